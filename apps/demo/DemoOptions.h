@@ -1,0 +1,18 @@
+// Command line of qzgui-demo.
+#pragma once
+
+#include <string>
+
+struct DemoOptions
+{
+    bool bHeadless = false;
+    std::string strOutDir = "out/demo";
+    std::string strDataDir; // the sample bundle when empty
+    std::string strScript;  // the bundle's showcase script when empty
+    int nWidth = 1024;
+    int nHeight = 768;
+    std::string strError; // set when the command line is wrong
+};
+
+DemoOptions ParseDemoOptions(int argc, char** argv);
+const char* DemoUsage();

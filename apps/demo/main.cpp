@@ -1,0 +1,91 @@
+// qzgui-demo: the sample game client. With a display it opens a window; with --headless it runs
+// a script of user input on a manual clock and writes screenshots.
+#include "DemoHost.h"
+#include "DemoOptions.h"
+#include "DemoScript.h"
+#include "SdlPresenter.h"
+
+#include "CCairoDevice.h"
+#include "platform/system/QzHost.h"
+
+#include <cstdio>
+#include <unistd.h>
+
+namespace
+{
+
+const char* const kDefaultScript = "scripts/showcase.txt";
+
+std::string AbsolutePath(const std::string& path)
+{
+    if (path.empty() || path[0] == '/')
+        return path;
+    char cwd[4096];
+    return getcwd(cwd, sizeof(cwd)) ? std::string(cwd) + "/" + path : path;
+}
+
+int RunHeadless(CDemoHost& host, const DemoOptions& options)
+{
+    CDemoScript script;
+    std::string error;
+    const std::string path = options.strScript.empty() ? kDefaultScript : options.strScript;
+    if (!script.Load(path, error))
+    {
+        std::fprintf(stderr, "qzgui-demo: %s\n", error.c_str());
+        return 1;
+    }
+    if (!host.RunScript(script, options.strOutDir, error))
+    {
+        std::fprintf(stderr, "qzgui-demo: %s\n", error.c_str());
+        return 1;
+    }
+    std::printf("qzgui-demo: screenshots in %s\n", options.strOutDir.c_str());
+    return 0;
+}
+
+int RunWindow(CDemoHost& host, CSdlPresenter& presenter)
+{
+    QzPlatform::Host::UseRealClock();
+    while (presenter.PumpInput(host.GetWindow()))
+    {
+        host.RunFrame();
+        presenter.Present(host.GetDevice().GetData(), host.GetDevice().GetStride());
+    }
+    return 0;
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    DemoOptions options = ParseDemoOptions(argc, argv);
+    if (!options.strError.empty())
+    {
+        std::fprintf(stderr, "qzgui-demo: %s\n%s", options.strError.c_str(), DemoUsage());
+        return 2;
+    }
+    // Paths of the command line are taken before the data folder becomes the current one.
+    options.strOutDir = AbsolutePath(options.strOutDir);
+    options.strScript = AbsolutePath(options.strScript);
+    const std::string data = options.strDataDir.empty() ? QZGUI_DEMO_BUNDLE : options.strDataDir;
+    if (chdir(data.c_str()) != 0)
+    {
+        std::fprintf(stderr, "qzgui-demo: cannot enter the data folder %s\n", data.c_str());
+        return 1;
+    }
+    CDemoHost host(options.nWidth, options.nHeight);
+    if (!host.Create())
+    {
+        std::fprintf(stderr, "qzgui-demo: cannot create the main window\n");
+        return 1;
+    }
+    if (options.bHeadless)
+        return RunHeadless(host, options);
+    CSdlPresenter presenter;
+    if (!presenter.Open(options.nWidth, options.nHeight, "QzGui demo"))
+    {
+        std::fprintf(stderr, "qzgui-demo: no display; running headless\n");
+        return RunHeadless(host, options);
+    }
+    return RunWindow(host, presenter);
+}

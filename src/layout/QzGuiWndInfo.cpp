@@ -1,0 +1,60 @@
+#include "layout/QzGuiWndInfo.h"
+
+namespace QzGui
+{
+
+CQzGuiWndInfo::CQzGuiWndInfo() = default;
+
+CQzGuiWndInfo::~CQzGuiWndInfo() = default;
+
+const char* CQzGuiWndInfo::GetExtraValue(const char* key) const
+{
+    if (!key)
+        return nullptr;
+    for (const auto& pair : m_vecExtra)
+    {
+        if (pair.first == key)
+            return pair.second.c_str();
+    }
+    return nullptr;
+}
+
+void CQzGuiWndInfo::ResetToDefaults()
+{
+    m_wX = 0;
+    m_wY = 0;
+    m_nHelpId = 0;
+    m_wWidth = 65535;
+    m_wHeight = 65535;
+    m_nLinkIndex = 65535;
+    m_nFlyDir = 0;
+    m_nReserved2 = 0;
+    m_nTipId = 0;
+    m_wGroup = 65535;
+    m_dwFontColor = 65535;
+    m_nFontSize = 65535;
+    m_nStyle = 0;
+    m_dwFlags = 0;
+    m_nParentId = 0;
+    m_nCtrlId = 0;
+    m_wOffsetX = 0;
+    m_wOffsetY = 0;
+    m_wCtrlType = 1;
+    m_nType = 0;
+    m_nBackShowMode = 0;
+    m_ptTipOffset = {65535, 65535};
+    m_strAniSection.clear();
+    m_strFlyInEffect.clear();
+    m_strFlyOutEffect.clear();
+    m_strBgEffect.clear();
+    m_strFgEffect.clear();
+    m_strTipText.clear();
+    m_vecExtra.clear();
+}
+
+void CQzGuiWndInfo::AddExtra(const char* key, const char* value)
+{
+    m_vecExtra.emplace_back(key ? key : "", value ? value : "");
+}
+
+} // namespace QzGui

@@ -1,0 +1,55 @@
+#include "platform/render/DataAni.h"
+
+#include "platform/system/QzPathResolve.h"
+
+namespace QzPlatform
+{
+
+CDataAni::CDataAni(const AniSectionSpec& spec)
+{
+    m_vecFrames.reserve(spec.frames.size());
+    for (const AniFrameSpec& frame : spec.frames)
+        m_vecFrames.emplace_back(frame.path.empty() ? std::string() : ResolvePath(frame.path),
+                                 frame);
+}
+
+CDataFrame* CDataAni::Find(int index)
+{
+    if (index < 0 || index >= GetFrameCount())
+        return nullptr;
+    return &m_vecFrames[static_cast<size_t>(index)];
+}
+
+BOOL CDataAni::ShowAni(int frame, int x, int y, int, int, float scale, uint8_t alpha)
+{
+    CDataFrame* pFrame = Find(frame);
+    if (!pFrame)
+        return FALSE;
+    return pFrame->Draw(nullptr, x, y, pFrame->GetFrameWidth(), pFrame->GetFrameHeight(), alpha,
+                        scale)
+               ? TRUE
+               : FALSE;
+}
+
+BOOL CDataAni::ShowAniEx(int frame, int x, int y, const RECT* source, int width, int height, int,
+                         int, float scale, uint8_t alpha)
+{
+    const CDataFrame* pFrame = Find(frame);
+    if (!pFrame)
+        return FALSE;
+    return pFrame->Draw(source, x, y, width, height, alpha, scale) ? TRUE : FALSE;
+}
+
+BOOL CDataAni::GetAniSize(C3_SIZE& size, int frame)
+{
+    size.iWidth = 0;
+    size.iHeight = 0;
+    CDataFrame* pFrame = Find(frame);
+    if (!pFrame)
+        return FALSE;
+    size.iWidth = pFrame->GetFrameWidth();
+    size.iHeight = pFrame->GetFrameHeight();
+    return TRUE;
+}
+
+} // namespace QzPlatform

@@ -1,0 +1,33 @@
+// An animation section built from its parsed description: the frames with their images.
+#pragma once
+
+#include "platform/render/AniFile.h"
+#include "platform/render/DataFrame.h"
+#include "platform/render/DataSet.h"
+
+#include <vector>
+
+namespace QzPlatform
+{
+
+class CDataAni final : public IDataAni
+{
+public:
+    // Image paths are resolved on the data root now; images are loaded on first use.
+    explicit CDataAni(const AniSectionSpec& spec);
+
+    BOOL ShowAni(int frame, int x, int y, int drawMode, int reserved, float scale,
+                 uint8_t alpha) override;
+    BOOL ShowAniEx(int frame, int x, int y, const RECT* source, int width, int height, int drawMode,
+                   int reserved, float scale, uint8_t alpha) override;
+    IDataFrame* GetFrame(int index) override { return Find(index); }
+    int GetFrameCount() override { return static_cast<int>(m_vecFrames.size()); }
+    BOOL GetAniSize(C3_SIZE& size, int frame) override;
+
+private:
+    CDataFrame* Find(int index);
+
+    std::vector<CDataFrame> m_vecFrames;
+};
+
+} // namespace QzPlatform

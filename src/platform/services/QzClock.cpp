@@ -1,0 +1,11 @@
+#include "platform/services/QzClock.h"
+
+namespace QzPlatform
+{
+
+DWORD NowMs()
+{
+    return timeGetTime();
+}
+
+} // namespace QzPlatform

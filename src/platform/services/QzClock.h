@@ -1,0 +1,11 @@
+// The base library's millisecond clock: the system's timeGetTime, which a host or test may set.
+#pragma once
+
+#include "platform/system/QzSystem.h"
+
+namespace QzPlatform
+{
+
+DWORD NowMs();
+
+} // namespace QzPlatform

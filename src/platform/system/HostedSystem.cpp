@@ -1,0 +1,22 @@
+#include "platform/system/HostedSystem.h"
+
+#include "platform/system/QzWinKernel.h"
+
+namespace QzPlatform
+{
+
+CHostedSystem& CHostedSystem::Instance()
+{
+    static CHostedSystem s_system;
+    return s_system;
+}
+
+HostedWindow* CHostedSystem::FindWindowOrFail(HWND hwnd)
+{
+    HostedWindow* window = m_windows.Find(hwnd);
+    if (!window)
+        SetLastError(ERROR_INVALID_WINDOW_HANDLE);
+    return window;
+}
+
+} // namespace QzPlatform

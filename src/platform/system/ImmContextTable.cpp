@@ -1,0 +1,33 @@
+#include "platform/system/ImmContextTable.h"
+
+namespace QzPlatform
+{
+
+namespace
+{
+
+constexpr uint8_t kContextTag = 0x12;
+constexpr size_t kMaxContexts = 65536 + 1024;
+
+} // namespace
+
+CImmContextTable::CImmContextTable() : m_table(kContextTag, kMaxContexts) {}
+
+HIMC CImmContextTable::Create(HWND defaultOf)
+{
+    auto context = std::make_unique<ImmContext>();
+    context->defaultOf = defaultOf;
+    return ToHandle<HIMC>(m_table.Add(std::move(context)));
+}
+
+ImmContext* CImmContextTable::Find(HIMC himc) const
+{
+    return m_table.Find(FromHandle(himc));
+}
+
+bool CImmContextTable::Destroy(HIMC himc)
+{
+    return m_table.Remove(FromHandle(himc)) != nullptr;
+}
+
+} // namespace QzPlatform

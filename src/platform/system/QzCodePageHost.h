@@ -1,0 +1,14 @@
+// Host control of the ANSI code page that CP_ACP, the narrow text of the library and the
+// AnsiTo... conversions use: 936 (GBK) by default, 65001 (UTF-8) and 1252 as well.
+#pragma once
+
+#include "platform/system/QzWinTypes.h"
+
+namespace QzPlatform
+{
+
+// Sets the ANSI code page; an unsupported code page changes nothing and gives false.
+bool SetAnsiCodePage(UINT codePage);
+UINT GetAnsiCodePage();
+
+} // namespace QzPlatform

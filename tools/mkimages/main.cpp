@@ -1,0 +1,458 @@
+// qzgui-mkimages OUTDIR: draws every image of the sample bundle with cairo and writes it as a
+// PNG file under OUTDIR/images/. No text and no fonts are drawn, so the same cairo gives the
+// same bytes on every run and every machine.
+#include <cairo.h>
+
+#include <cmath>
+#include <cstdint>
+#include <cstdio>
+#include <filesystem>
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace
+{
+
+const double kPi = 3.14159265358979323846;
+
+// The palette of the sample skin.
+const uint32_t kSkinFill = 0xFF2B3445;   // dark blue-grey
+const uint32_t kSkinTitle = 0xFF3A4760;  // top band of dialogs
+const uint32_t kSkinBorder = 0xFFA8B8D0; // light border
+const uint32_t kSkinShade = 0xFF161B24;  // inner dark line
+const uint32_t kButtonFace = 0xFF46587A;
+const uint32_t kButtonHover = 0xFF5A7099;
+const uint32_t kButtonPressed = 0xFF34425C;
+const uint32_t kDisabledFace = 0xFF4A4D52;
+const uint32_t kDisabledEdge = 0xFF6E7278;
+const uint32_t kHighlight = 0xFFDCE6F5;
+const uint32_t kCheckMark = 0xFF7CE07C;
+
+std::string g_strImageDir;
+bool g_bFailed = false;
+
+// ---------------------------------------------------------------------------------------------
+// Drawing helpers
+
+void SetColor(cairo_t* cr, uint32_t argb)
+{
+    cairo_set_source_rgba(cr, ((argb >> 16) & 0xFF) / 255.0, ((argb >> 8) & 0xFF) / 255.0,
+                          (argb & 0xFF) / 255.0, (argb >> 24) / 255.0);
+}
+
+void FillRect(cairo_t* cr, double x, double y, double width, double height, uint32_t argb)
+{
+    SetColor(cr, argb);
+    cairo_rectangle(cr, x, y, width, height);
+    cairo_fill(cr);
+}
+
+// A 1-pixel outline through the centres of the border pixels of (x, y, width, height).
+void OutlineRect(cairo_t* cr, double x, double y, double width, double height, uint32_t argb)
+{
+    SetColor(cr, argb);
+    cairo_set_line_width(cr, 1.0);
+    cairo_rectangle(cr, x + 0.5, y + 0.5, width - 1, height - 1);
+    cairo_stroke(cr);
+}
+
+void RoundedRectPath(cairo_t* cr, double x, double y, double width, double height, double radius)
+{
+    cairo_new_sub_path(cr);
+    cairo_arc(cr, x + width - radius, y + radius, radius, -kPi / 2, 0);
+    cairo_arc(cr, x + width - radius, y + height - radius, radius, 0, kPi / 2);
+    cairo_arc(cr, x + radius, y + height - radius, radius, kPi / 2, kPi);
+    cairo_arc(cr, x + radius, y + radius, radius, kPi, 3 * kPi / 2);
+    cairo_close_path(cr);
+}
+
+// A vertical gradient from `top` to `bottom` as the source.
+void SetVerticalGradient(cairo_t* cr, double y0, double y1, uint32_t top, uint32_t bottom)
+{
+    cairo_pattern_t* pattern = cairo_pattern_create_linear(0, y0, 0, y1);
+    for (const auto& stop : {std::make_pair(0.0, top), std::make_pair(1.0, bottom)})
+        cairo_pattern_add_color_stop_rgba(pattern, stop.first, ((stop.second >> 16) & 0xFF) / 255.0,
+                                          ((stop.second >> 8) & 0xFF) / 255.0,
+                                          (stop.second & 0xFF) / 255.0,
+                                          (stop.second >> 24) / 255.0);
+    cairo_set_source(cr, pattern);
+    cairo_pattern_destroy(pattern);
+}
+
+// Mixes two colours: weight 0 gives a, 1 gives b.
+uint32_t Mix(uint32_t a, uint32_t b, double weight)
+{
+    uint32_t result = 0;
+    for (int shift = 0; shift < 32; shift += 8)
+    {
+        const double channelA = (a >> shift) & 0xFF;
+        const double channelB = (b >> shift) & 0xFF;
+        result |= uint32_t(std::lround(channelA + (channelB - channelA) * weight)) << shift;
+    }
+    return result;
+}
+
+// Raised (or, when sunken, pressed) 1-pixel bevel inside (x, y, width, height).
+void Bevel(cairo_t* cr, double x, double y, double width, double height, bool sunken)
+{
+    const uint32_t light = 0x90FFFFFF;
+    const uint32_t dark = 0x90000000;
+    FillRect(cr, x + 1, y + 1, width - 2, 1, sunken ? dark : light);
+    FillRect(cr, x + 1, y + 2, 1, height - 3, sunken ? dark : light);
+    FillRect(cr, x + 1, y + height - 2, width - 2, 1, sunken ? light : dark);
+    FillRect(cr, x + width - 2, y + 1, 1, height - 3, sunken ? light : dark);
+}
+
+// Makes a transparent image, lets `draw` paint it and writes it as images/<name>.
+void MakeImage(const char* name, int width, int height, const std::function<void(cairo_t*)>& draw)
+{
+    cairo_surface_t* surface = cairo_image_surface_create(CAIRO_FORMAT_ARGB32, width, height);
+    cairo_t* cr = cairo_create(surface);
+    draw(cr);
+    cairo_destroy(cr);
+    const std::string path = g_strImageDir + "/" + name;
+    if (cairo_surface_write_to_png(surface, path.c_str()) != CAIRO_STATUS_SUCCESS)
+    {
+        std::fprintf(stderr, "qzgui-mkimages: cannot write %s\n", path.c_str());
+        g_bFailed = true;
+    }
+    cairo_surface_destroy(surface);
+}
+
+// Calls draw(cr, frame) once per frame, each frame translated to its own cell of a strip.
+void DrawFrames(cairo_t* cr, int frames, int frameWidth,
+                const std::function<void(cairo_t*, int)>& draw)
+{
+    for (int frame = 0; frame < frames; ++frame)
+    {
+        cairo_save(cr);
+        cairo_translate(cr, frame * frameWidth, 0);
+        draw(cr, frame);
+        cairo_restore(cr);
+    }
+}
+
+// ---------------------------------------------------------------------------------------------
+// The images
+
+// Nine pieces of a dialog frame, cut from one 48 x 48 drawing: 16 x 16 corners, 16-pixel edges
+// and a centre tile. Pieces 0..8 run top-left, top, top-right, left, centre, right,
+// bottom-left, bottom, bottom-right. The edges are uniform along their length, so that they
+// stretch cleanly.
+void MakeDialogPieces()
+{
+    const int side = 16;
+    const auto drawSkin = [](cairo_t* cr)
+    {
+        SetVerticalGradient(cr, 0, 16, kSkinTitle, kSkinFill);
+        RoundedRectPath(cr, 0, 0, 48, 48, 6);
+        cairo_fill(cr);
+        SetColor(cr, kSkinBorder);
+        cairo_set_line_width(cr, 2.0);
+        RoundedRectPath(cr, 1, 1, 46, 46, 5);
+        cairo_stroke(cr);
+        SetColor(cr, kSkinShade);
+        cairo_set_line_width(cr, 1.0);
+        RoundedRectPath(cr, 2.5, 2.5, 43, 43, 3.5);
+        cairo_stroke(cr);
+    };
+    for (int piece = 0; piece < 9; ++piece)
+    {
+        const std::string name = "dlg_" + std::to_string(piece) + ".png";
+        const int column = piece % 3;
+        const int row = piece / 3;
+        MakeImage(name.c_str(), side, side,
+                  [&](cairo_t* cr)
+                  {
+                      cairo_translate(cr, -column * side, -row * side);
+                      drawSkin(cr);
+                  });
+    }
+}
+
+// Four 96 x 28 frames side by side: normal, pressed, hover, disabled.
+void MakeButton()
+{
+    const int width = 96;
+    const int height = 28;
+    MakeImage("button.png", width * 4, height,
+              [&](cairo_t* cr)
+              {
+                  DrawFrames(cr, 4, width,
+                             [&](cairo_t* frame, int state)
+                             {
+                                 const uint32_t faces[] = {kButtonFace, kButtonPressed,
+                                                           kButtonHover, kDisabledFace};
+                                 const uint32_t face = faces[state];
+                                 SetVerticalGradient(frame, 0, height, Mix(face, 0xFFFFFFFF, 0.18),
+                                                     Mix(face, 0xFF000000, 0.25));
+                                 RoundedRectPath(frame, 0, 0, width, height, 4);
+                                 cairo_fill(frame);
+                                 SetColor(frame, state == 3 ? kDisabledEdge : kSkinBorder);
+                                 cairo_set_line_width(frame, 1.0);
+                                 RoundedRectPath(frame, 0.5, 0.5, width - 1, height - 1, 3.5);
+                                 cairo_stroke(frame);
+                                 if (state != 3)
+                                     Bevel(frame, 1, 1, width - 2, height - 2, state == 1);
+                             });
+              });
+}
+
+// A tick mark inside an 18 x 18 box.
+void DrawTick(cairo_t* cr, uint32_t argb)
+{
+    SetColor(cr, argb);
+    cairo_set_line_width(cr, 2.5);
+    cairo_set_line_cap(cr, CAIRO_LINE_CAP_ROUND);
+    cairo_set_line_join(cr, CAIRO_LINE_JOIN_ROUND);
+    cairo_move_to(cr, 4.5, 9.5);
+    cairo_line_to(cr, 7.5, 13);
+    cairo_line_to(cr, 13.5, 5);
+    cairo_stroke(cr);
+}
+
+// Five 18 x 18 frames: unchecked, checked, hover, disabled, hover-checked.
+void MakeCheckBox()
+{
+    const int side = 18;
+    MakeImage("check.png", side * 5, side,
+              [&](cairo_t* cr)
+              {
+                  DrawFrames(cr, 5, side,
+                             [&](cairo_t* frame, int state)
+                             {
+                                 const bool hover = state == 2 || state == 4;
+                                 const bool disabled = state == 3;
+                                 FillRect(frame, 1, 1, side - 2, side - 2,
+                                          disabled ? kDisabledFace : kSkinShade);
+                                 OutlineRect(frame, 1, 1, side - 2, side - 2,
+                                             disabled ? kDisabledEdge
+                                             : hover  ? kHighlight
+                                                      : kSkinBorder);
+                                 if (hover)
+                                     OutlineRect(frame, 2, 2, side - 4, side - 4, 0x60DCE6F5);
+                                 if (state == 1 || state == 4)
+                                     DrawTick(frame, kCheckMark);
+                             });
+              });
+}
+
+// A plain 200 x 120 panel: flat fill, light border, dark inner line.
+void MakePanel()
+{
+    MakeImage("panel.png", 200, 120,
+              [](cairo_t* cr)
+              {
+                  FillRect(cr, 0, 0, 200, 120, kSkinFill);
+                  OutlineRect(cr, 0, 0, 200, 120, kSkinBorder);
+                  OutlineRect(cr, 1, 1, 198, 118, kSkinShade);
+              });
+}
+
+// One 21 x 21 round face: coloured disc, dark outline, two eyes and a mouth whose curve runs
+// from a frown (-1) to a wide smile (1).
+void DrawFace(cairo_t* cr, uint32_t color, double smile)
+{
+    SetColor(cr, color);
+    cairo_arc(cr, 10.5, 10.5, 9.5, 0, 2 * kPi);
+    cairo_fill_preserve(cr);
+    SetColor(cr, 0xFF202020);
+    cairo_set_line_width(cr, 1.0);
+    cairo_stroke(cr);
+    cairo_arc(cr, 7.5, 8, 1.5, 0, 2 * kPi);
+    cairo_fill(cr);
+    cairo_arc(cr, 13.5, 8, 1.5, 0, 2 * kPi);
+    cairo_fill(cr);
+    cairo_set_line_width(cr, 1.5);
+    cairo_set_line_cap(cr, CAIRO_LINE_CAP_ROUND);
+    cairo_move_to(cr, 6.5, 13);
+    cairo_curve_to(cr, 8.5, 13 + 3 * smile, 12.5, 13 + 3 * smile, 14.5, 13);
+    cairo_stroke(cr);
+}
+
+// Eight 21 x 21 faces side by side, each its own colour and expression.
+void MakeEmotions()
+{
+    const uint32_t colors[8] = {0xFFF5D142, 0xFFF59B42, 0xFF8FD16A, 0xFF6AB7D1,
+                                0xFFD16AB2, 0xFFE25C5C, 0xFFB0B0B0, 0xFF9C7CE0};
+    const double smiles[8] = {1.0, 0.6, 0.3, 0.0, 1.0, -0.8, -0.3, 0.6};
+    MakeImage("emotion.png", 21 * 8, 21,
+              [&](cairo_t* cr)
+              {
+                  DrawFrames(cr, 8, 21,
+                             [&](cairo_t* frame, int face)
+                             { DrawFace(frame, colors[face], smiles[face]); });
+              });
+}
+
+// A 64 x 64 mask: an opaque disc on a transparent background, hard-edged so that every pixel
+// is either in or out.
+void MakeRoundMask()
+{
+    MakeImage("round_mask.png", 64, 64,
+              [](cairo_t* cr)
+              {
+                  cairo_set_antialias(cr, CAIRO_ANTIALIAS_NONE);
+                  SetColor(cr, 0xFF4F7FBF);
+                  cairo_arc(cr, 32, 32, 31, 0, 2 * kPi);
+                  cairo_fill(cr);
+              });
+}
+
+// Progress bar trough, 200 x 16: dark with a sunken border.
+void MakeProgressBack()
+{
+    MakeImage("progress_back.png", 200, 16,
+              [](cairo_t* cr)
+              {
+                  FillRect(cr, 0, 0, 200, 16, kSkinShade);
+                  OutlineRect(cr, 0, 0, 200, 16, kSkinBorder);
+                  Bevel(cr, 0, 0, 200, 16, true);
+              });
+}
+
+// Progress bar fill, 200 x 16: a green gradient with a highlight along the top.
+void MakeProgressFill()
+{
+    MakeImage("progress_fill.png", 200, 16,
+              [](cairo_t* cr)
+              {
+                  SetVerticalGradient(cr, 0, 16, 0xFF7CE07C, 0xFF2E8B3A);
+                  cairo_paint(cr);
+                  FillRect(cr, 0, 2, 200, 2, 0x50FFFFFF);
+              });
+}
+
+// Slider track, 200 x 8: a thin sunken groove.
+void MakeSliderTrack()
+{
+    MakeImage("slider_track.png", 200, 8,
+              [](cairo_t* cr)
+              {
+                  FillRect(cr, 0, 0, 200, 8, kSkinShade);
+                  OutlineRect(cr, 0, 0, 200, 8, kSkinBorder);
+                  Bevel(cr, 0, 0, 200, 8, true);
+              });
+}
+
+// Slider thumb: four 12 x 20 frames (normal, pressed, hover, disabled).
+void MakeSliderThumb()
+{
+    const int width = 12;
+    const int height = 20;
+    MakeImage("slider_thumb.png", width * 4, height,
+              [&](cairo_t* cr)
+              {
+                  DrawFrames(cr, 4, width,
+                             [&](cairo_t* frame, int state)
+                             {
+                                 const uint32_t faces[] = {kButtonFace, kButtonPressed,
+                                                           kButtonHover, kDisabledFace};
+                                 FillRect(frame, 0, 0, width, height, faces[state]);
+                                 OutlineRect(frame, 0, 0, width, height,
+                                             state == 3 ? kDisabledEdge : kSkinBorder);
+                                 Bevel(frame, 0, 0, width, height, state == 1);
+                                 for (int grip = 0; grip < 3; ++grip)
+                                     FillRect(frame, 3, 7 + grip * 2.5, width - 6, 1, 0x80FFFFFF);
+                             });
+              });
+}
+
+// Scroll button: four 16 x 16 frames (normal, pressed, hover, disabled) with an arrow that
+// points up or down.
+void MakeScrollButton(const char* name, bool up)
+{
+    const int side = 16;
+    MakeImage(name, side * 4, side,
+              [&](cairo_t* cr)
+              {
+                  DrawFrames(cr, 4, side,
+                             [&](cairo_t* frame, int state)
+                             {
+                                 const uint32_t faces[] = {kButtonFace, kButtonPressed,
+                                                           kButtonHover, kDisabledFace};
+                                 FillRect(frame, 0, 0, side, side, faces[state]);
+                                 OutlineRect(frame, 0, 0, side, side,
+                                             state == 3 ? kDisabledEdge : kSkinBorder);
+                                 Bevel(frame, 0, 0, side, side, state == 1);
+                                 const double shift = state == 1 ? 1.0 : 0.0;
+                                 const double tip = up ? 5.0 : 11.0;
+                                 const double base = up ? 10.5 : 5.5;
+                                 SetColor(frame, state == 3 ? kDisabledEdge : kHighlight);
+                                 cairo_move_to(frame, 8 + shift, tip + shift);
+                                 cairo_line_to(frame, 12.5 + shift, base + shift);
+                                 cairo_line_to(frame, 3.5 + shift, base + shift);
+                                 cairo_close_path(frame);
+                                 cairo_fill(frame);
+                             });
+              });
+}
+
+// Mouse cursor, 32 x 32: a white arrow with a black outline, its tip (the hot spot) at (1, 1).
+void MakeCursor()
+{
+    MakeImage("cursor.png", 32, 32,
+              [](cairo_t* cr)
+              {
+                  const double points[][2] = {{1, 1},   {1, 18},   {5.5, 14}, {9, 21.5},
+                                              {12, 20}, {8.5, 13}, {14, 13}};
+                  cairo_move_to(cr, points[0][0], points[0][1]);
+                  for (const auto& point : points)
+                      cairo_line_to(cr, point[0], point[1]);
+                  cairo_close_path(cr);
+                  SetColor(cr, 0xFFFFFFFF);
+                  cairo_fill_preserve(cr);
+                  SetColor(cr, 0xFF000000);
+                  cairo_set_line_width(cr, 1.0);
+                  cairo_set_line_join(cr, CAIRO_LINE_JOIN_MITER);
+                  cairo_stroke(cr);
+              });
+}
+
+// Tip background, 100 x 40: a nearly opaque dark box with a light border.
+void MakeTip()
+{
+    MakeImage("tip.png", 100, 40,
+              [](cairo_t* cr)
+              {
+                  FillRect(cr, 0, 0, 100, 40, 0xE0181C24);
+                  OutlineRect(cr, 0, 0, 100, 40, kSkinBorder);
+              });
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    if (argc != 2)
+    {
+        std::fprintf(stderr, "usage: qzgui-mkimages OUTDIR\n"
+                             "Draws the sample bundle's images into OUTDIR/images/.\n");
+        return 2;
+    }
+    g_strImageDir = std::string(argv[1]) + "/images";
+    std::error_code error;
+    std::filesystem::create_directories(g_strImageDir, error);
+    if (error)
+    {
+        std::fprintf(stderr, "qzgui-mkimages: cannot create %s: %s\n", g_strImageDir.c_str(),
+                     error.message().c_str());
+        return 1;
+    }
+    MakeDialogPieces();
+    MakeButton();
+    MakeCheckBox();
+    MakePanel();
+    MakeEmotions();
+    MakeRoundMask();
+    MakeProgressBack();
+    MakeProgressFill();
+    MakeSliderTrack();
+    MakeSliderThumb();
+    MakeScrollButton("scroll_up.png", true);
+    MakeScrollButton("scroll_down.png", false);
+    MakeCursor();
+    MakeTip();
+    return g_bFailed ? 1 : 0;
+}

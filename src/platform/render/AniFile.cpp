@@ -162,7 +162,7 @@ const AniSectionSpec* CAniFile::FindSection(const std::string& name) const
     const auto found = m_mapSections.find(ToLower(name));
     if (found == m_mapSections.end() || !found->second.usable)
         return nullptr;
-    return &found->second.spec;
+    return &found->second.desc;
 }
 
 void CAniFile::ParseLine(ParseState& state, const std::string& rawLine)
@@ -207,7 +207,7 @@ void CAniFile::BeginSection(ParseState& state, const std::string& line)
     state.kinds.clear();
     state.indexLines.clear();
     // Reserve the name now, so that a later header with the same name is a repeat.
-    m_mapSections[key].spec.name = name;
+    m_mapSections[key].desc.name = name;
 }
 
 void CAniFile::ParseKey(ParseState& state, const std::string& line)
@@ -278,11 +278,11 @@ void CAniFile::EndSection(ParseState& state)
     entry.usable = !state.broken;
     if (!entry.usable)
         return;
-    entry.spec.frames.resize(static_cast<size_t>(state.frameAmount));
+    entry.desc.frames.resize(static_cast<size_t>(state.frameAmount));
     for (const auto& frame : state.frames)
-        entry.spec.frames[static_cast<size_t>(frame.first)] = frame.second;
+        entry.desc.frames[static_cast<size_t>(frame.first)] = frame.second;
     for (const auto& kind : state.kinds)
-        entry.spec.frames[static_cast<size_t>(kind.first)].kind = kind.second;
+        entry.desc.frames[static_cast<size_t>(kind.first)].kind = kind.second;
 }
 
 void CAniFile::ReportError(ParseState& state, const std::string& line)

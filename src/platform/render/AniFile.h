@@ -57,7 +57,7 @@ private:
     struct Entry
     {
         bool usable = true;
-        AniSectionSpec spec;
+        AniSectionSpec desc;
     };
     struct ParseState;
 

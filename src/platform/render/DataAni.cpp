@@ -5,10 +5,10 @@
 namespace QzPlatform
 {
 
-CDataAni::CDataAni(const AniSectionSpec& spec)
+CDataAni::CDataAni(const AniSectionSpec& desc)
 {
-    m_vecFrames.reserve(spec.frames.size());
-    for (const AniFrameSpec& frame : spec.frames)
+    m_vecFrames.reserve(desc.frames.size());
+    for (const AniFrameSpec& frame : desc.frames)
         m_vecFrames.emplace_back(frame.path.empty() ? std::string() : ResolvePath(frame.path),
                                  frame);
 }

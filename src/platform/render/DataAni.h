@@ -14,7 +14,7 @@ class CDataAni final : public IDataAni
 {
 public:
     // Image paths are resolved on the data root now; images are loaded on first use.
-    explicit CDataAni(const AniSectionSpec& spec);
+    explicit CDataAni(const AniSectionSpec& desc);
 
     BOOL ShowAni(int frame, int x, int y, int drawMode, int reserved, float scale,
                  uint8_t alpha) override;

@@ -32,9 +32,9 @@ int ScaledOffset(int origin, int delta, float scale)
 
 } // namespace
 
-CDataFrame::CDataFrame(std::string resolvedPath, const AniFrameSpec& spec)
-    : m_texture(std::move(resolvedPath)), m_bHasRect(spec.hasRect), m_rcAtlas(spec.rect),
-      m_nKind(spec.kind)
+CDataFrame::CDataFrame(std::string resolvedPath, const AniFrameSpec& desc)
+    : m_texture(std::move(resolvedPath)), m_bHasRect(desc.hasRect), m_rcAtlas(desc.rect),
+      m_nKind(desc.kind)
 {
 }
 

@@ -12,7 +12,7 @@ class CDataFrame final : public IDataFrame
 {
 public:
     // resolvedPath: the image's real file name (empty: no image).
-    CDataFrame(std::string resolvedPath, const AniFrameSpec& spec);
+    CDataFrame(std::string resolvedPath, const AniFrameSpec& desc);
 
     int GetFrameWidth() override { return GetSize().cx; }
     int GetFrameHeight() override { return GetSize().cy; }

@@ -1,0 +1,110 @@
+// Runs the demo on its sample bundle the way CI does and checks what a user would see in the
+// screenshots: the first button takes the hover and pressed looks of the sample buttons beside
+// it, and typing leaves the rest of the window as it was.
+#include "support/ImageComparePng.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <string>
+#include <unistd.h>
+
+namespace
+{
+
+const int kButtonTop = 111;
+const int kButtonBottom = 137;
+const int kFirstButtonLeft = 70;
+const int kButtonGap = 110;
+
+class DemoShowcase : public ::testing::Test
+{
+protected:
+    static void SetUpTestSuite()
+    {
+        // One folder per process: CTest runs the cases of this suite in parallel.
+        s_out = std::filesystem::temp_directory_path() /
+                ("qzgui-demo-scenario-" + std::to_string(getpid()));
+        std::filesystem::remove_all(s_out);
+        const std::string command = std::string(QZGUI_BINARY_DIR) +
+                                    "/apps/demo/qzgui-demo --headless --out " + s_out.string() +
+                                    " > /dev/null";
+        s_exitCode = std::system(command.c_str());
+    }
+
+    static void TearDownTestSuite() { std::filesystem::remove_all(s_out); }
+
+    static QzTest::Image Shot(const char* name)
+    {
+        QzTest::Image image;
+        EXPECT_TRUE(QzTest::ReadPng((s_out / (std::string(name) + ".png")).string(), image))
+            << name;
+        return image;
+    }
+
+    // True when the left strip of button `index` (no caption there) looks like that of button
+    // `sample` in the same screenshot.
+    static bool SameButtonLook(const QzTest::Image& image, int index, int sample)
+    {
+        for (int y = kButtonTop; y < kButtonBottom; ++y)
+        {
+            for (int dx = 0; dx < 8; ++dx)
+            {
+                if (image.At(kFirstButtonLeft + index * kButtonGap + dx, y) !=
+                    image.At(kFirstButtonLeft + sample * kButtonGap + dx, y))
+                    return false;
+            }
+        }
+        return true;
+    }
+
+    static std::filesystem::path s_out;
+    static int s_exitCode;
+};
+
+std::filesystem::path DemoShowcase::s_out;
+int DemoShowcase::s_exitCode = -1;
+
+} // namespace
+
+TEST_F(DemoShowcase, RunsHeadlessAndWritesEveryScreenshot)
+{
+    ASSERT_EQ(0, s_exitCode);
+    for (const char* name : {"01-start", "02-hover-button", "03-pressed-button", "04-after-input",
+                             "05-mask-corner"})
+        EXPECT_TRUE(std::filesystem::exists(s_out / (std::string(name) + ".png"))) << name;
+}
+
+TEST_F(DemoShowcase, FirstButtonShowsNormalHoverAndPressedLooks)
+{
+    ASSERT_EQ(0, s_exitCode);
+    QzTest::Image start = Shot("01-start");
+    QzTest::Image hover = Shot("02-hover-button");
+    QzTest::Image pressed = Shot("03-pressed-button");
+    ASSERT_EQ(1024, start.width);
+
+    EXPECT_FALSE(SameButtonLook(start, 0, 1));
+    EXPECT_TRUE(SameButtonLook(hover, 0, 2));
+    EXPECT_TRUE(SameButtonLook(pressed, 0, 1));
+    EXPECT_FALSE(SameButtonLook(pressed, 0, 2));
+}
+
+TEST_F(DemoShowcase, InputChangesOnlyTheInteractivePartsOfTheWindow)
+{
+    ASSERT_EQ(0, s_exitCode);
+    QzTest::Image start = Shot("01-start");
+    QzTest::Image after = Shot("04-after-input");
+    // The title of the panel is untouched; the typed-text line is not.
+    int titleDiffs = 0;
+    int typedDiffs = 0;
+    for (int x = 60; x < 400; ++x)
+    {
+        for (int y = 50; y < 90; ++y)
+            titleDiffs += start.At(x, y) != after.At(x, y) ? 1 : 0;
+        for (int y = 262; y < 284; ++y)
+            typedDiffs += start.At(x, y) != after.At(x, y) ? 1 : 0;
+    }
+    EXPECT_EQ(0, titleDiffs);
+    EXPECT_GT(typedDiffs, 50);
+}

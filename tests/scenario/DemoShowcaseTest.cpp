@@ -71,8 +71,8 @@ int DemoShowcase::s_exitCode = -1;
 TEST_F(DemoShowcase, RunsHeadlessAndWritesEveryScreenshot)
 {
     ASSERT_EQ(0, s_exitCode);
-    for (const char* name : {"01-start", "02-hover-button", "03-pressed-button", "04-after-input",
-                             "05-mask-corner"})
+    for (const char* name :
+         {"01-start", "02-hover-button", "03-pressed-button", "04-after-input", "05-mask-corner"})
         EXPECT_TRUE(std::filesystem::exists(s_out / (std::string(name) + ".png"))) << name;
 }
 

@@ -9,7 +9,6 @@ namespace QzPlatform
 namespace
 {
 
-constexpr uint8_t kCursorTag = 0x13;
 constexpr size_t kMaxCursors = 65536;
 
 bool IsStandardId(WORD id)
@@ -21,7 +20,7 @@ bool IsStandardId(WORD id)
 
 } // namespace
 
-CCursorTable::CCursorTable() : m_table(kCursorTag, kMaxCursors) {}
+CCursorTable::CCursorTable() : m_table(kCursorHandleTag, kMaxCursors) {}
 
 HCURSOR CCursorTable::Standard(WORD id)
 {

@@ -13,6 +13,20 @@
 namespace QzPlatform
 {
 
+// The tag of each table of the hosted system. Every table has its own, so that a handle of one
+// kind (a font, say) never names an object of another kind that sits in the same slot.
+enum HandleTag : uint8_t
+{
+    kWindowHandleTag = 0x11,
+    kInputContextHandleTag,
+    kCursorHandleTag,
+    kFontHandleTag,
+    kRegionHandleTag,
+    kGlobalMemoryHandleTag,
+    kFileHandleTag,
+    kModuleHandleTag,
+};
+
 template <class H> H ToHandle(uint64_t value)
 {
     return reinterpret_cast<H>(static_cast<uintptr_t>(value));

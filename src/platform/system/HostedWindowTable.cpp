@@ -8,12 +8,11 @@ namespace QzPlatform
 namespace
 {
 
-constexpr uint8_t kWindowTag = 0x11;
 constexpr size_t kMaxWindows = 65536;
 
 } // namespace
 
-CHostedWindowTable::CHostedWindowTable() : m_table(kWindowTag, kMaxWindows) {}
+CHostedWindowTable::CHostedWindowTable() : m_table(kWindowHandleTag, kMaxWindows) {}
 
 HWND CHostedWindowTable::Add(std::unique_ptr<HostedWindow> window)
 {

@@ -6,12 +6,11 @@ namespace QzPlatform
 namespace
 {
 
-constexpr uint8_t kContextTag = 0x12;
 constexpr size_t kMaxContexts = 65536 + 1024;
 
 } // namespace
 
-CImmContextTable::CImmContextTable() : m_table(kContextTag, kMaxContexts) {}
+CImmContextTable::CImmContextTable() : m_table(kInputContextHandleTag, kMaxContexts) {}
 
 HIMC CImmContextTable::Create(HWND defaultOf)
 {

@@ -17,6 +17,8 @@ namespace
 
 // Windows maps views at multiples of its allocation granularity.
 const uint64_t kAllocationGranularity = 65536;
+// More files and mappings than a process usually may have descriptors open.
+const size_t kMaxObjects = 65536;
 
 DWORD OpenErrorOf(int errorNumber)
 {
@@ -63,20 +65,29 @@ CQzFileTable& CQzFileTable::Instance()
     return table;
 }
 
+CQzFileTable::Object::~Object()
+{
+    close(fd);
+}
+
+CQzFileTable::CQzFileTable() : m_objects(kFileHandleTag, kMaxObjects) {}
+
 CQzFileTable::Object* CQzFileTable::Find(HANDLE handle, bool wantMapping)
 {
-    const auto found = m_mapObjects.find(reinterpret_cast<uintptr_t>(handle));
-    if (found != m_mapObjects.end() && found->second.isMapping == wantMapping)
-        return &found->second;
+    Object* object = m_objects.Find(FromHandle(handle));
+    if (object && object->isMapping == wantMapping)
+        return object;
     SetLastError(ERROR_INVALID_HANDLE);
     return nullptr;
 }
 
-HANDLE CQzFileTable::Add(const Object& object)
+// Null when the table is full (the object and its descriptor are gone then).
+HANDLE CQzFileTable::Add(std::unique_ptr<Object> object)
 {
-    const uintptr_t key = 0x50000000 + (++m_nLastId << 4) + 4;
-    m_mapObjects[key] = object;
-    return reinterpret_cast<HANDLE>(key);
+    const auto handle = ToHandle<HANDLE>(m_objects.Add(std::move(object)));
+    if (!handle)
+        SetLastError(ERROR_NOT_ENOUGH_MEMORY);
+    return handle;
 }
 
 HANDLE CQzFileTable::Open(const std::string& path, DWORD access, DWORD disposition)
@@ -99,9 +110,8 @@ HANDLE CQzFileTable::Open(const std::string& path, DWORD access, DWORD dispositi
         SetLastError(ERROR_ACCESS_DENIED);
         return INVALID_HANDLE_VALUE;
     }
-    Object file;
-    file.fd = fd;
-    return Add(file);
+    const HANDLE file = Add(std::make_unique<Object>(fd));
+    return file ? file : INVALID_HANDLE_VALUE;
 }
 
 bool CQzFileTable::Size(HANDLE file, uint64_t* size)
@@ -172,16 +182,16 @@ HANDLE CQzFileTable::CreateMapping(HANDLE file, uint64_t maximumSize)
         SetLastError(size == 0 ? ERROR_INVALID_PARAMETER : ERROR_ACCESS_DENIED);
         return nullptr;
     }
-    Object mapping;
-    mapping.fd = dup(object->fd);
-    mapping.isMapping = true;
-    mapping.mappingSize = size;
-    if (mapping.fd < 0)
+    const int fd = dup(object->fd);
+    if (fd < 0)
     {
         SetLastError(ERROR_NOT_ENOUGH_MEMORY);
         return nullptr;
     }
-    return Add(mapping);
+    auto mapping = std::make_unique<Object>(fd);
+    mapping->isMapping = true;
+    mapping->mappingSize = size;
+    return Add(std::move(mapping));
 }
 
 const void* CQzFileTable::MapView(HANDLE mapping, uint64_t offset, SIZE_T count)
@@ -222,22 +232,15 @@ bool CQzFileTable::UnmapView(const void* address)
 
 bool CQzFileTable::Close(HANDLE object)
 {
-    const auto found = m_mapObjects.find(reinterpret_cast<uintptr_t>(object));
-    if (found == m_mapObjects.end())
-    {
-        SetLastError(ERROR_INVALID_HANDLE);
-        return false;
-    }
-    close(found->second.fd);
-    m_mapObjects.erase(found);
-    return true;
+    if (m_objects.Remove(FromHandle(object)))
+        return true;
+    SetLastError(ERROR_INVALID_HANDLE);
+    return false;
 }
 
 void CQzFileTable::Reset()
 {
-    for (const auto& entry : m_mapObjects)
-        close(entry.second.fd);
-    m_mapObjects.clear();
+    m_objects.Clear();
     m_mapViews.clear();
 }
 

@@ -1,9 +1,11 @@
 // Kernel file objects of the hosted system: open files, read-only file mappings and their
-// views, under checked handles that are never reused. A view is a private copy of the mapped
-// bytes, read when the view is made: the reader cannot be hurt by a file that shrinks later,
+// views. Files and mappings are under checked handles of a handle table (HandleTable.h), so a
+// closed handle stays invalid after a new object takes its slot. A view is a private copy of the
+// mapped bytes, read when the view is made: the reader cannot be hurt by a file that shrinks later,
 // and reading past a view's end is a heap overrun that the address sanitizer reports.
 #pragma once
 
+#include "platform/system/HandleTable.h"
 #include "platform/system/QzWinTypes.h"
 
 #include <cstdint>
@@ -19,6 +21,8 @@ class CQzFileTable
 public:
     static CQzFileTable& Instance();
 
+    CQzFileTable();
+
     HANDLE Open(const std::string& path, DWORD access, DWORD disposition);
     bool Size(HANDLE file, uint64_t* size);
     bool Read(HANDLE file, void* buffer, DWORD count, DWORD* done);
@@ -30,19 +34,24 @@ public:
     void Reset();
 
 private:
+    // An open file or a mapping; the descriptor is closed with the object.
     struct Object
     {
-        int fd = -1;
+        explicit Object(int descriptor) : fd(descriptor) {}
+        ~Object();
+        Object(const Object&) = delete;
+        Object& operator=(const Object&) = delete;
+
+        int fd;
         bool isMapping = false;
         uint64_t mappingSize = 0;
     };
 
     Object* Find(HANDLE handle, bool wantMapping);
-    HANDLE Add(const Object& object);
+    HANDLE Add(std::unique_ptr<Object> object);
 
-    std::map<uintptr_t, Object> m_mapObjects;
+    CHandleTable<Object> m_objects;
     std::map<const void*, std::unique_ptr<unsigned char[]>> m_mapViews;
-    uintptr_t m_nLastId = 0;
 };
 
 } // namespace QzPlatform

@@ -3,14 +3,13 @@
 #include "platform/system/QzWinKernel.h"
 
 #include <cstring>
+#include <memory>
 
 namespace
 {
 
-uintptr_t Key(const void* handle)
-{
-    return reinterpret_cast<uintptr_t>(handle);
-}
+// Windows caps a process at 65536 GDI objects in all; here the cap holds for each kind.
+constexpr size_t kMaxObjectsOfAKind = 65536;
 
 bool IsIdentity(const XFORM& form)
 {
@@ -57,46 +56,40 @@ CQzGdiTable& CQzGdiTable::Instance()
     return table;
 }
 
-uintptr_t CQzGdiTable::NextHandle()
+CQzGdiTable::CQzGdiTable()
+    : m_fonts(kFontHandleTag, kMaxObjectsOfAKind), m_regions(kRegionHandleTag, kMaxObjectsOfAKind)
 {
-    return 0x40000000 + (++m_nLastId << 4);
 }
 
 HFONT CQzGdiTable::AddFont(const FontDescription& font)
 {
-    const uintptr_t key = NextHandle();
-    m_mapFonts.emplace(key, font);
-    return reinterpret_cast<HFONT>(key);
+    return ToHandle<HFONT>(m_fonts.Add(std::make_unique<FontDescription>(font)));
 }
 
 HRGN CQzGdiTable::AddRegion(const CQzRegion& region)
 {
-    const uintptr_t key = NextHandle();
-    m_mapRegions.emplace(key, region);
-    return reinterpret_cast<HRGN>(key);
+    return ToHandle<HRGN>(m_regions.Add(std::make_unique<CQzRegion>(region)));
 }
 
 const FontDescription* CQzGdiTable::FindFont(HFONT font) const
 {
-    const auto found = m_mapFonts.find(Key(font));
-    return found == m_mapFonts.end() ? nullptr : &found->second;
+    return m_fonts.Find(FromHandle(font));
 }
 
 CQzRegion* CQzGdiTable::FindRegion(HRGN region)
 {
-    const auto found = m_mapRegions.find(Key(region));
-    return found == m_mapRegions.end() ? nullptr : &found->second;
+    return m_regions.Find(FromHandle(region));
 }
 
 bool CQzGdiTable::Delete(HGDIOBJ object)
 {
-    return m_mapFonts.erase(Key(object)) + m_mapRegions.erase(Key(object)) > 0;
+    return m_fonts.Remove(FromHandle(object)) || m_regions.Remove(FromHandle(object));
 }
 
 void CQzGdiTable::Reset()
 {
-    m_mapFonts.clear();
-    m_mapRegions.clear();
+    m_fonts.Clear();
+    m_regions.Clear();
 }
 
 bool GetFontDescription(HFONT font, FontDescription* description)

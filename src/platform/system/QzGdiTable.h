@@ -1,12 +1,11 @@
 // The GDI objects of the hosted system, fonts and regions, under handles that are checked on
-// every use. Handles are numbers, never addresses, and are not reused.
+// every use. Each kind has its own handle table (HandleTable.h): a deleted object's handle stays
+// invalid after a new object takes its slot, and a font handle never names a region.
 #pragma once
 
+#include "platform/system/HandleTable.h"
 #include "platform/system/QzKernelHost.h"
 #include "platform/system/QzRegion.h"
-
-#include <cstdint>
-#include <unordered_map>
 
 namespace QzPlatform
 {
@@ -16,6 +15,9 @@ class CQzGdiTable
 public:
     static CQzGdiTable& Instance();
 
+    CQzGdiTable();
+
+    // Null when the kind's table is full.
     HFONT AddFont(const FontDescription& font);
     HRGN AddRegion(const CQzRegion& region);
     const FontDescription* FindFont(HFONT font) const;
@@ -24,11 +26,8 @@ public:
     void Reset();
 
 private:
-    uintptr_t NextHandle();
-
-    std::unordered_map<uintptr_t, FontDescription> m_mapFonts;
-    std::unordered_map<uintptr_t, CQzRegion> m_mapRegions;
-    uintptr_t m_nLastId = 0;
+    CHandleTable<FontDescription> m_fonts;
+    CHandleTable<CQzRegion> m_regions;
 };
 
 } // namespace QzPlatform

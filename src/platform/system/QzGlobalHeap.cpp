@@ -13,6 +13,8 @@ namespace
 
 // More than any clipboard text needs; a larger request is treated as out of memory.
 const SIZE_T kMaxBlockSize = SIZE_T(1) << 30;
+// Far more moveable blocks than the clipboard ever holds at once.
+const size_t kMaxMoveableBlocks = 65536;
 
 } // namespace
 
@@ -22,18 +24,36 @@ CQzGlobalHeap& CQzGlobalHeap::Instance()
     return heap;
 }
 
+CQzGlobalHeap::CQzGlobalHeap() : m_moveable(kGlobalMemoryHandleTag, kMaxMoveableBlocks) {}
+
+CQzGlobalHeap::Block* CQzGlobalHeap::Lookup(HGLOBAL handle) const
+{
+    if (Block* moveable = m_moveable.Find(FromHandle(handle)))
+        return moveable;
+    const auto fixed = m_mapFixed.find(handle);
+    return fixed == m_mapFixed.end() ? nullptr : fixed->second.get();
+}
+
 CQzGlobalHeap::Block* CQzGlobalHeap::Find(HGLOBAL handle)
 {
-    const auto found = m_mapBlocks.find(handle);
-    if (found != m_mapBlocks.end())
-        return &found->second;
-    SetLastError(ERROR_INVALID_HANDLE);
-    return nullptr;
+    Block* block = Lookup(handle);
+    if (!block)
+        SetLastError(ERROR_INVALID_HANDLE);
+    return block;
 }
 
 bool CQzGlobalHeap::IsValid(HGLOBAL handle) const
 {
-    return m_mapBlocks.count(handle) > 0;
+    return Lookup(handle) != nullptr;
+}
+
+HGLOBAL CQzGlobalHeap::Store(std::unique_ptr<Block> block)
+{
+    if (block->moveable)
+        return ToHandle<HGLOBAL>(m_moveable.Add(std::move(block)));
+    const HGLOBAL address = block->data.get();
+    m_mapFixed.emplace(address, std::move(block));
+    return address;
 }
 
 HGLOBAL CQzGlobalHeap::Alloc(UINT flags, SIZE_T bytes)
@@ -43,24 +63,23 @@ HGLOBAL CQzGlobalHeap::Alloc(UINT flags, SIZE_T bytes)
         SetLastError(ERROR_NOT_ENOUGH_MEMORY);
         return nullptr;
     }
-    Block block;
-    block.size = bytes;
-    block.moveable = (flags & GMEM_MOVEABLE) != 0;
+    auto block = std::make_unique<Block>();
+    block->size = bytes;
+    block->moveable = (flags & GMEM_MOVEABLE) != 0;
     // Blocks are always zeroed, so GMEM_ZEROINIT needs no work of its own. A fixed block of no
     // bytes still gets an address of its own.
-    if (bytes > 0 || !block.moveable)
+    if (bytes > 0 || !block->moveable)
     {
-        block.data.reset(new (std::nothrow) unsigned char[bytes > 0 ? bytes : 1]());
-        if (!block.data)
+        block->data.reset(new (std::nothrow) unsigned char[bytes > 0 ? bytes : 1]());
+        if (!block->data)
         {
             SetLastError(ERROR_NOT_ENOUGH_MEMORY);
             return nullptr;
         }
     }
-    // Moveable handles end in binary 1000: heap addresses are 16-byte aligned.
-    HGLOBAL handle = block.moveable ? reinterpret_cast<HGLOBAL>((++m_nLastId << 4) | 8)
-                                    : static_cast<HGLOBAL>(block.data.get());
-    m_mapBlocks.emplace(handle, std::move(block));
+    const HGLOBAL handle = Store(std::move(block));
+    if (!handle)
+        SetLastError(ERROR_NOT_ENOUGH_MEMORY);
     return handle;
 }
 
@@ -98,7 +117,8 @@ HGLOBAL CQzGlobalHeap::Free(HGLOBAL handle)
         return nullptr;
     if (!Find(handle))
         return handle;
-    m_mapBlocks.erase(handle);
+    if (!m_moveable.Remove(FromHandle(handle)))
+        m_mapFixed.erase(handle);
     return nullptr;
 }
 
@@ -110,7 +130,8 @@ SIZE_T CQzGlobalHeap::Size(HGLOBAL handle)
 
 void CQzGlobalHeap::Reset()
 {
-    m_mapBlocks.clear();
+    m_moveable.Clear();
+    m_mapFixed.clear();
 }
 
 } // namespace QzPlatform

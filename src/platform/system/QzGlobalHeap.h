@@ -1,12 +1,13 @@
-// Global memory blocks (GlobalAlloc and friends), held in a table so that a bad or freed
-// handle is recognised. A GMEM_FIXED handle is the block's address, as on Windows; a
-// GMEM_MOVEABLE handle is a number that no address can equal, and its block is reached through
-// GlobalLock. Handles are never reused.
+// Global memory blocks (GlobalAlloc and friends), held so that a bad or freed handle is
+// recognised. A GMEM_FIXED handle is the block's address, as on Windows (Win32 code uses it as
+// the pointer), so fixed blocks are kept by address. A GMEM_MOVEABLE handle comes from a handle
+// table (HandleTable.h): no address can equal it, it stays invalid after the block is freed even
+// when a new block takes its slot, and its block is reached through GlobalLock.
 #pragma once
 
+#include "platform/system/HandleTable.h"
 #include "platform/system/QzWinTypes.h"
 
-#include <cstdint>
 #include <memory>
 #include <unordered_map>
 
@@ -17,6 +18,8 @@ class CQzGlobalHeap
 {
 public:
     static CQzGlobalHeap& Instance();
+
+    CQzGlobalHeap();
 
     HGLOBAL Alloc(UINT flags, SIZE_T bytes);
     LPVOID Lock(HGLOBAL handle);
@@ -35,10 +38,13 @@ private:
         unsigned lockCount = 0;
     };
 
+    Block* Lookup(HGLOBAL handle) const;
+    // Lookup, with ERROR_INVALID_HANDLE when the handle names no block.
     Block* Find(HGLOBAL handle);
+    HGLOBAL Store(std::unique_ptr<Block> block);
 
-    std::unordered_map<HGLOBAL, Block> m_mapBlocks;
-    uintptr_t m_nLastId = 0;
+    CHandleTable<Block> m_moveable;
+    std::unordered_map<HGLOBAL, std::unique_ptr<Block>> m_mapFixed;
 };
 
 } // namespace QzPlatform

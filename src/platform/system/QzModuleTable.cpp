@@ -6,6 +6,7 @@
 #include <climits>
 #include <cstdlib>
 #include <cstring>
+#include <memory>
 #include <unistd.h>
 
 namespace QzPlatform
@@ -16,6 +17,8 @@ namespace
 
 // The executable's module handle: the usual image base of a Windows executable.
 HMODULE const kExecutable = reinterpret_cast<HMODULE>(static_cast<uintptr_t>(0x400000));
+// Far more data modules than a program loads.
+constexpr size_t kMaxDataModules = 4096;
 
 std::string ExecutablePath()
 {
@@ -44,6 +47,8 @@ CQzModuleTable& CQzModuleTable::Instance()
     return table;
 }
 
+CQzModuleTable::CQzModuleTable() : m_dataFiles(kModuleHandleTag, kMaxDataModules) {}
+
 HMODULE CQzModuleTable::ExecutableHandle() const
 {
     return kExecutable;
@@ -56,10 +61,10 @@ bool CQzModuleTable::PathOf(HMODULE module, std::string* path) const
         *path = ExecutablePath();
         return !path->empty();
     }
-    const auto found = m_mapDataFiles.find(module);
-    if (found == m_mapDataFiles.end())
+    const std::string* found = m_dataFiles.Find(FromHandle(module));
+    if (!found)
         return false;
-    *path = found->second;
+    *path = *found;
     return true;
 }
 
@@ -68,20 +73,17 @@ HMODULE CQzModuleTable::AddDataFile(const std::string& path)
     const std::string absolute = AbsolutePath(ResolvePath(path));
     if (absolute.empty())
         return nullptr;
-    m_nNextHandle += 0x10000;
-    const auto module = reinterpret_cast<HMODULE>(m_nNextHandle);
-    m_mapDataFiles[module] = absolute;
-    return module;
+    return ToHandle<HMODULE>(m_dataFiles.Add(std::make_unique<std::string>(absolute)));
 }
 
 bool CQzModuleTable::Remove(HMODULE module)
 {
-    return m_mapDataFiles.erase(module) > 0;
+    return m_dataFiles.Remove(FromHandle(module)) != nullptr;
 }
 
 void CQzModuleTable::Reset()
 {
-    m_mapDataFiles.clear();
+    m_dataFiles.Clear();
 }
 
 } // namespace QzPlatform

@@ -424,3 +424,23 @@ struct COMPOSITIONFORM
 #define PAGE_READONLY 0x02
 #define FILE_MAP_READ 0x0004
 #define LOAD_LIBRARY_AS_DATAFILE 0x00000002
+
+// Input-language, IME key and font-quality constants of the GUI manager.
+#ifndef WM_INPUTLANGCHANGEREQUEST
+#define WM_INPUTLANGCHANGEREQUEST 0x0050
+#endif
+#ifndef WM_INPUTLANGCHANGE
+#define WM_INPUTLANGCHANGE 0x0051
+#endif
+#ifndef WM_IME_KEYDOWN
+#define WM_IME_KEYDOWN 0x0290
+#endif
+#ifndef WM_IME_KEYUP
+#define WM_IME_KEYUP 0x0291
+#endif
+#ifndef ANTIALIASED_QUALITY
+#define ANTIALIASED_QUALITY 4
+#endif
+#ifndef VARIABLE_PITCH
+#define VARIABLE_PITCH 2
+#endif

@@ -5,8 +5,8 @@
 #include "platform/services/QzAniStore.h"
 #include "support/LogCapture.h"
 #include "support/RecordingDevice.h"
-
-#include "RenderTestSupport.h"
+#include "support/ScopedClock.h"
+#include "support/TempDataDir.h"
 
 #include <gtest/gtest.h>
 
@@ -62,7 +62,7 @@ protected:
     }
 
     QzTest::LogCapture m_log; // the file has a broken section
-    QzTest::ScopedDataRoot m_root;
+    QzTest::TempDataDir m_root;
     RecordingDevice m_device;
 };
 

@@ -3,8 +3,8 @@
 #include "platform/render/MyBitmap.h"
 #include "platform/services/QzEmotionText.h"
 #include "support/RecordingDevice.h"
-
-#include "RenderTestSupport.h"
+#include "support/ScopedClock.h"
+#include "support/TempDataDir.h"
 
 #include <gtest/gtest.h>
 
@@ -51,7 +51,7 @@ protected:
                "," + std::to_string(y) + " size " + side + "x" + side + " alpha 255 scale 1\n";
     }
 
-    QzTest::ScopedDataRoot m_root;
+    QzTest::TempDataDir m_root;
     RecordingDevice m_device;
     IDataIcon* m_pIcons = nullptr;
 };

@@ -5,8 +5,7 @@
 #include "platform/system/QzCodePageHost.h"
 #include "support/LogCapture.h"
 #include "support/RecordingDevice.h"
-
-#include "RenderTestSupport.h"
+#include "support/TempDataDir.h"
 
 #include <gtest/gtest.h>
 
@@ -119,7 +118,7 @@ TEST(MyBitmapTest, ShapesAndScreenSizeGoToTheDevice)
 
 TEST(MyBitmapTest, BitmapImagesLoadThroughTheDevice)
 {
-    QzTest::ScopedDataRoot root;
+    QzTest::TempDataDir root;
     QzTest::LogCapture log;
     RecordingDevice device;
     device.DefineTexture("Data\\Back.PNG", 40, 30);

@@ -1,7 +1,6 @@
-#include "ScopedTempCwd.h"
-
 #include "platform/services/QzFile.h"
 #include "platform/services/QzIni.h"
+#include "support/TempDataDir.h"
 
 #include <gtest/gtest.h>
 
@@ -17,7 +16,7 @@ class FileServiceTest : public ::testing::Test
 protected:
     void TearDown() override { EXPECT_EQ(GetFileService().GetOpenCount(), 0u); }
 
-    QzServicesTest::ScopedTempCwd m_folder;
+    QzTest::TempDataDir m_folder;
     CQzFileService& m_files = GetFileService();
 };
 
@@ -25,7 +24,7 @@ protected:
 
 TEST_F(FileServiceTest, OpensWindowsStyleNamesAndReadsLinesLikeFgets)
 {
-    m_folder.WriteFile("ini/Font.ini", "SimSun 14\nsecond");
+    m_folder.Write("ini/Font.ini", "SimSun 14\nsecond");
     QzFileHandle file = m_files.Open("INI\\font.INI", "r");
     ASSERT_NE(file, nullptr);
     char line[1024];
@@ -46,7 +45,7 @@ TEST_F(FileServiceTest, OpensWindowsStyleNamesAndReadsLinesLikeFgets)
 
 TEST_F(FileServiceTest, ClosedAndMadeUpHandlesAreRefused)
 {
-    m_folder.WriteFile("a.txt", "x\n");
+    m_folder.Write("a.txt", "x\n");
     QzFileHandle first = m_files.Open("a.txt", "r");
     ASSERT_NE(first, nullptr);
     EXPECT_EQ(m_files.Close(first), 0);
@@ -78,7 +77,7 @@ TEST_F(FileServiceTest, ClosedAndMadeUpHandlesAreRefused)
 
 TEST_F(FileServiceTest, BinaryReadSeekAndScanf)
 {
-    m_folder.WriteFile("ini/Rgn.dat", std::string("\x01\x02\x03\x04\x05\x06", 6));
+    m_folder.Write("ini/Rgn.dat", std::string("\x01\x02\x03\x04\x05\x06", 6));
     QzFileHandle file = m_files.Open("ini/rgn.dat", "rb");
     ASSERT_NE(file, nullptr);
     unsigned char bytes[4] = {};
@@ -95,7 +94,7 @@ TEST_F(FileServiceTest, BinaryReadSeekAndScanf)
     EXPECT_EQ(bytes[0], 6);
     m_files.Close(file);
 
-    m_folder.WriteFile("ini/font.ini", "Tahoma 13\n");
+    m_folder.Write("ini/font.ini", "Tahoma 13\n");
     file = m_files.Open("ini/font.ini", "r");
     char face[261] = {};
     int size = 12;
@@ -108,16 +107,16 @@ TEST_F(FileServiceTest, BinaryReadSeekAndScanf)
 
 TEST_F(FileServiceTest, AppendModeCreatesAMissingFileBesideItsKin)
 {
-    m_folder.WriteFile("Ini/Other.ini", "");
+    m_folder.Write("Ini/Other.ini", "");
     QzFileHandle file = m_files.Open("ini\\GuiLayout.ini", "a+");
     ASSERT_NE(file, nullptr);
     m_files.Close(file);
-    EXPECT_TRUE(std::filesystem::exists(m_folder.Folder() / "Ini" / "GuiLayout.ini"));
+    EXPECT_TRUE(std::filesystem::exists(m_folder.Path() / "Ini" / "GuiLayout.ini"));
 }
 
 TEST_F(FileServiceTest, IniValuesRoundTrip)
 {
-    m_folder.WriteFile("ini/GuiLayout.ini", "");
+    m_folder.Write("ini/GuiLayout.ini", "");
     EXPECT_TRUE(IniWriteString("100-0", "Width", "320", "ini\\GuiLayout.ini"));
     EXPECT_TRUE(IniWriteString("100-0", "AniName", "DialogNorMsg", "ini\\GuiLayout.ini"));
     EXPECT_TRUE(IniWriteString("100-0", "Offset", "-7", "ini\\GuiLayout.ini"));
@@ -135,5 +134,5 @@ TEST_F(FileServiceTest, IniValuesRoundTrip)
     EXPECT_STREQ(text, "Dial");
 
     // Written where the game expects it, in the file on disk.
-    EXPECT_NE(m_folder.ReadFile("ini/GuiLayout.ini").find("Width=320"), std::string::npos);
+    EXPECT_NE(m_folder.Read("ini/GuiLayout.ini").find("Width=320"), std::string::npos);
 }

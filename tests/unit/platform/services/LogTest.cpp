@@ -1,8 +1,7 @@
-#include "ScopedTempCwd.h"
-
 #include "platform/services/QzAssert.h"
 #include "platform/services/QzLog.h"
 #include "support/LogCapture.h"
+#include "support/TempDataDir.h"
 
 #include <gtest/gtest.h>
 
@@ -100,8 +99,8 @@ TEST_F(LogTest, DefaultSinkWritesOneJsonLineInFieldOrderToStderr)
 
 TEST_F(LogTest, FileSinkAppendsJsonLines)
 {
-    QzServicesTest::ScopedTempCwd folder;
-    folder.WriteFile("log.txt", "earlier\n");
+    QzTest::TempDataDir folder;
+    folder.Write("log.txt", "earlier\n");
     {
         CFileLogSink sink("log.txt");
         ASSERT_TRUE(sink.IsOpen());
@@ -110,7 +109,7 @@ TEST_F(LogTest, FileSinkAppendsJsonLines)
         LogEvent("b", "S", 2, {LogInt("v", 3)});
         SetLogSink(nullptr);
     }
-    EXPECT_EQ(folder.ReadFile("log.txt"),
+    EXPECT_EQ(folder.Read("log.txt"),
               "earlier\n"
               "{\"msg\":\"a\",\"__cb__\":\"\",\"svr_time\":\"2024-01-02 03:04:05\",\"_\":\"S:1\"}\n"
               "{\"msg\":\"b\",\"__cb__\":\"\",\"svr_time\":\"2024-01-02 03:04:05\",\"_\":\"S:2\","

@@ -1,8 +1,7 @@
-#include "ScopedTempCwd.h"
-
 #include "platform/services/QzGameData.h"
 #include "platform/services/QzStringTable.h"
 #include "support/LogCapture.h"
+#include "support/TempDataDir.h"
 
 #include <gtest/gtest.h>
 
@@ -14,31 +13,26 @@ namespace
 class StringTableTest : public ::testing::Test
 {
 protected:
-    void SetUp() override { ReloadStringTable(); }
-    void TearDown() override
-    {
-        ReloadStringTable();
-        GetGameData().Reset();
-    }
+    void TearDown() override { GetGameData().Reset(); }
 
-    QzServicesTest::ScopedTempCwd m_folder;
+    QzTest::TempDataDir m_folder;
 };
 
 } // namespace
 
 TEST_F(StringTableTest, ReadsIdsAndTextsSkippingCommentsAndBlankLines)
 {
-    m_folder.WriteFile("ini/StringTable.ini", "; comment\r\n"
-                                              "# another\n"
-                                              "\n"
-                                              "   \t\n"
-                                              "10049=Tahoma\r\n"
-                                              " 20 = padded\n"
-                                              "30=a=b\n"
-                                              "40=\n"
-                                              "50=Record x=%d\\ny=%d\n"
-                                              "60=\xD6\xD0\xCE\xC4\n"
-                                              "10049=Arial");
+    m_folder.Write("ini/StringTable.ini", "; comment\r\n"
+                                          "# another\n"
+                                          "\n"
+                                          "   \t\n"
+                                          "10049=Tahoma\r\n"
+                                          " 20 = padded\n"
+                                          "30=a=b\n"
+                                          "40=\n"
+                                          "50=Record x=%d\\ny=%d\n"
+                                          "60=\xD6\xD0\xCE\xC4\n"
+                                          "10049=Arial");
     QzTest::LogCapture capture;
     EXPECT_STREQ(GetTableString(10049), "Arial"); // a later duplicate wins
     EXPECT_STREQ(GetTableString(20), " padded");
@@ -52,13 +46,13 @@ TEST_F(StringTableTest, ReadsIdsAndTextsSkippingCommentsAndBlankLines)
 
 TEST_F(StringTableTest, MalformedLinesAreDataErrorsAndTheRestLoads)
 {
-    m_folder.WriteFile("ini/StringTable.ini", "abc=x\n"
-                                              "no equals sign\r\n"
-                                              "=empty id\n"
-                                              "-5=negative\n"
-                                              "4294967296=too big\n"
-                                              "4294967295=largest\n"
-                                              "7=fine\n");
+    m_folder.Write("ini/StringTable.ini", "abc=x\n"
+                                          "no equals sign\r\n"
+                                          "=empty id\n"
+                                          "-5=negative\n"
+                                          "4294967296=too big\n"
+                                          "4294967295=largest\n"
+                                          "7=fine\n");
     QzTest::LogCapture capture;
     EXPECT_STREQ(GetTableString(7), "fine");
     EXPECT_STREQ(GetTableString(4294967295u), "largest");
@@ -79,7 +73,7 @@ TEST_F(StringTableTest, MissingFileGivesEmptyTextsWithoutLogAndReloadReadsAgain)
     EXPECT_STREQ(GetTableString(1), "");
     EXPECT_TRUE(capture.Empty());
 
-    m_folder.WriteFile("INI/stringtable.INI", "1=now there\n");
+    m_folder.Write("INI/stringtable.INI", "1=now there\n");
     EXPECT_STREQ(GetTableString(1), ""); // loaded once until a reload
     ReloadStringTable();
     EXPECT_STREQ(GetTableString(1), "now there");
@@ -87,7 +81,7 @@ TEST_F(StringTableTest, MissingFileGivesEmptyTextsWithoutLogAndReloadReadsAgain)
 
 TEST_F(StringTableTest, GameDataLooksTextsAndNumbersUpInTheTable)
 {
-    m_folder.WriteFile("ini/StringTable.ini", "10049=SimSun\n10461= 16px\n5=abc\n");
+    m_folder.Write("ini/StringTable.ini", "10049=SimSun\n10461= 16px\n5=abc\n");
     CQzGameData& data = GetGameData();
     EXPECT_STREQ(data.GetString(10049, "QzCtrl", 623), "SimSun");
     EXPECT_STREQ(data.GetString(999, "QzCtrl", 659), "");

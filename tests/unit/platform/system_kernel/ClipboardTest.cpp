@@ -5,6 +5,8 @@
 #include "platform/system/QzWinKernel.h"
 #include "platform/system/QzWinUser.h"
 
+#include "SlotReuse.h"
+
 #include <gtest/gtest.h>
 
 #include <cstring>
@@ -100,6 +102,20 @@ TEST(GlobalMemoryTest, HandlesAreCheckedAndLockCountsKept)
     EXPECT_EQ(0u, GlobalSize(empty));
     EXPECT_EQ(nullptr, GlobalLock(empty));
     EXPECT_EQ(nullptr, GlobalFree(empty));
+}
+
+TEST(GlobalMemoryTest, FreedMoveableHandleStaysInvalidWhenANewBlockTakesItsSlot)
+{
+    const auto make = [] { return GlobalAlloc(GMEM_MOVEABLE, 8); };
+    const HGLOBAL block = make();
+    ASSERT_EQ(nullptr, GlobalFree(block));
+    const HGLOBAL newBlock = NewInSlotOf(block, make, GlobalFree);
+    ASSERT_NE(nullptr, newBlock);
+    EXPECT_EQ(nullptr, GlobalLock(block));
+    EXPECT_EQ(0u, GlobalSize(block));
+    EXPECT_EQ(block, GlobalFree(block));
+    EXPECT_EQ(8u, GlobalSize(newBlock));
+    EXPECT_EQ(nullptr, GlobalFree(newBlock));
 }
 
 TEST_F(ClipboardTest, CallsNeedAnOpenClipboard)

@@ -3,6 +3,8 @@
 
 #include "platform/system/QzWinKernel.h"
 
+#include "SlotReuse.h"
+
 #include <cstring>
 #include <string>
 
@@ -45,7 +47,7 @@ TEST_F(FileMappingTest, OpenFailuresSayWhy)
     EXPECT_EQ(INVALID_HANDLE_VALUE,
               CreateFileA("missing.bin", GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr));
     EXPECT_EQ(static_cast<DWORD>(ERROR_FILE_NOT_FOUND), GetLastError());
-    MakeFolder("folder");
+    m_dir.MakeFolder("folder");
     EXPECT_EQ(INVALID_HANDLE_VALUE,
               CreateFileA("folder", GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr));
     EXPECT_EQ(static_cast<DWORD>(ERROR_ACCESS_DENIED), GetLastError());
@@ -58,7 +60,7 @@ TEST_F(FileMappingTest, ViewsCopyTheMappedBytesAndOutliveTheFileHandle)
 {
     std::string bytes(70000, 'a');
     bytes[65536] = 'b';
-    WriteBytes("module.dll", bytes);
+    m_dir.Write("module.dll", bytes);
     HANDLE file = CreateFileA("MODULE.DLL", GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
                               0, nullptr);
     ASSERT_NE(INVALID_HANDLE_VALUE, file);
@@ -85,8 +87,8 @@ TEST_F(FileMappingTest, ViewsCopyTheMappedBytesAndOutliveTheFileHandle)
 
 TEST_F(FileMappingTest, MappingsOfNothingAreRefused)
 {
-    WriteBytes("empty.dll", "");
-    WriteBytes("small.dll", "MZ");
+    m_dir.Write("empty.dll", "");
+    m_dir.Write("small.dll", "MZ");
     HANDLE empty = CreateFileA("empty.dll", GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
     EXPECT_EQ(nullptr, CreateFileMappingA(empty, nullptr, PAGE_READONLY, 0, 0, nullptr));
     HANDLE small = CreateFileA("small.dll", GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
@@ -96,6 +98,29 @@ TEST_F(FileMappingTest, MappingsOfNothingAreRefused)
     EXPECT_EQ(static_cast<DWORD>(ERROR_INVALID_HANDLE), GetLastError());
     EXPECT_TRUE(CloseHandle(empty));
     EXPECT_TRUE(CloseHandle(small));
+}
+
+TEST_F(FileMappingTest, ClosedHandleStaysInvalidWhenANewFileTakesItsSlot)
+{
+    m_dir.Write("a.bin", "abc");
+    const auto open = [] {
+        return CreateFileA("a.bin", GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0,
+                           nullptr);
+    };
+    const HANDLE file = open();
+    ASSERT_TRUE(CloseHandle(file));
+    const HANDLE newFile = NewInSlotOf(file, open, CloseHandle);
+    ASSERT_NE(nullptr, newFile);
+    char buffer[4] = {};
+    DWORD done = 0;
+    SetLastError(0);
+    EXPECT_FALSE(ReadFile(file, buffer, 3, &done, nullptr));
+    EXPECT_EQ(static_cast<DWORD>(ERROR_INVALID_HANDLE), GetLastError());
+    EXPECT_EQ(nullptr, CreateFileMappingA(file, nullptr, PAGE_READONLY, 0, 0, nullptr));
+    EXPECT_FALSE(CloseHandle(file));
+    EXPECT_TRUE(ReadFile(newFile, buffer, 3, &done, nullptr));
+    EXPECT_STREQ("abc", buffer);
+    EXPECT_TRUE(CloseHandle(newFile));
 }
 
 } // namespace

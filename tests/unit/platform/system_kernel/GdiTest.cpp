@@ -2,6 +2,8 @@
 #include "platform/system/QzKernelHost.h"
 #include "platform/system/QzWinKernel.h"
 
+#include "SlotReuse.h"
+
 #include <gtest/gtest.h>
 
 #include <cstring>
@@ -164,6 +166,34 @@ TEST_F(GdiTest, FontsRecordTheirDescriptionUntilDeleted)
     EXPECT_FALSE(DeleteObject(font));
     EXPECT_FALSE(DeleteObject(nullptr));
     EXPECT_TRUE(DeleteObject(other));
+}
+
+TEST_F(GdiTest, DeletedObjectsStayInvalidWhenANewObjectTakesTheirSlot)
+{
+    const auto makeFont = [] { return CreateFontA(12, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, "A"); };
+    const auto deleteObject = [](HGDIOBJ object) { return DeleteObject(object); };
+    const HFONT font = makeFont();
+    ASSERT_TRUE(DeleteObject(font));
+    const HFONT newFont = NewInSlotOf(font, makeFont, deleteObject);
+    ASSERT_NE(nullptr, newFont);
+    QzPlatform::FontDescription description;
+    EXPECT_FALSE(QzPlatform::GetFontDescription(font, &description));
+    EXPECT_FALSE(DeleteObject(font));
+    EXPECT_TRUE(QzPlatform::GetFontDescription(newFont, &description));
+
+    const auto makeRegion = [] { return CreateRectRgn(0, 0, 10, 10); };
+    const HRGN region = makeRegion();
+    ASSERT_TRUE(DeleteObject(region));
+    const HRGN newRegion = NewInSlotOf(region, makeRegion, deleteObject);
+    ASSERT_NE(nullptr, newRegion);
+    EXPECT_FALSE(PtInRegion(region, 1, 1));
+    EXPECT_EQ(ERROR, CombineRgn(region, newRegion, nullptr, RGN_COPY));
+    EXPECT_FALSE(DeleteObject(region));
+    EXPECT_TRUE(PtInRegion(newRegion, 1, 1));
+
+    // A handle of one kind names nothing of the other.
+    EXPECT_FALSE(PtInRegion(reinterpret_cast<HRGN>(newFont), 1, 1));
+    EXPECT_FALSE(QzPlatform::GetFontDescription(reinterpret_cast<HFONT>(newRegion), &description));
 }
 
 } // namespace

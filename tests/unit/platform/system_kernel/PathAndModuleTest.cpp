@@ -4,6 +4,8 @@
 #include "platform/system/QzPathResolve.h"
 #include "platform/system/QzWinKernel.h"
 
+#include "SlotReuse.h"
+
 #include <cstring>
 #include <string>
 
@@ -15,15 +17,15 @@ using QzPlatform::ResolvePath;
 
 TEST_F(PathAndModuleTest, ResolvePathMatchesEachComponentWithoutCase)
 {
-    MakeFolder("ini");
-    WriteBytes("ini/x.ini", "");
-    MakeFolder("Ani");
-    WriteBytes("Ani/Control.ani", "");
+    m_dir.MakeFolder("ini");
+    m_dir.Write("ini/x.ini", "");
+    m_dir.MakeFolder("Ani");
+    m_dir.Write("Ani/Control.ani", "");
     EXPECT_EQ("ini/x.ini", ResolvePath("ini\\X.INI"));
     EXPECT_EQ("ini/x.ini", ResolvePath("INI/x.ini"));
     EXPECT_EQ("Ani/Control.ani", ResolvePath("ani/control.ani"));
     EXPECT_EQ("./Ani/Control.ani", ResolvePath(".\\ANI\\CONTROL.ANI"));
-    EXPECT_EQ(Folder() + "/ini/x.ini", ResolvePath(Folder() + "\\INI\\X.ini"));
+    EXPECT_EQ(m_dir.Folder() + "/ini/x.ini", ResolvePath(m_dir.Folder() + "\\INI\\X.ini"));
     // What does not exist keeps its spelling after the last component that does.
     EXPECT_EQ("ini/New/y.ini", ResolvePath("INI\\New\\y.ini"));
     EXPECT_EQ("none/x.ini", ResolvePath("none\\x.ini"));
@@ -33,9 +35,9 @@ TEST_F(PathAndModuleTest, ResolvePathMatchesEachComponentWithoutCase)
 
 TEST_F(PathAndModuleTest, ResolvePathPrefersTheExactNameAndIsStable)
 {
-    MakeFolder("d");
-    WriteBytes("d/File.txt", "1");
-    WriteBytes("d/file.TXT", "2");
+    m_dir.MakeFolder("d");
+    m_dir.Write("d/File.txt", "1");
+    m_dir.Write("d/file.TXT", "2");
     EXPECT_EQ("d/File.txt", ResolvePath("d\\File.txt"));
     EXPECT_EQ("d/File.txt", ResolvePath("D\\FILE.TXT"));
     // A file in the middle of a path is no folder.
@@ -44,7 +46,7 @@ TEST_F(PathAndModuleTest, ResolvePathPrefersTheExactNameAndIsStable)
 
 TEST_F(PathAndModuleTest, CurrentDirectoryFollowsTheWin32SizeRules)
 {
-    const std::string folder = Folder();
+    const std::string folder = m_dir.Folder();
     const auto length = static_cast<DWORD>(folder.size());
     EXPECT_EQ(length + 1, GetCurrentDirectoryA(0, nullptr));
     char small[4] = "abc";
@@ -57,7 +59,7 @@ TEST_F(PathAndModuleTest, CurrentDirectoryFollowsTheWin32SizeRules)
     EXPECT_EQ(length, GetCurrentDirectoryW(512, wide));
     EXPECT_EQ(std::wstring(folder.begin(), folder.end()), wide);
 
-    MakeFolder("Sub");
+    m_dir.MakeFolder("Sub");
     EXPECT_TRUE(SetCurrentDirectoryA("SUB"));
     EXPECT_EQ(length + 4, GetCurrentDirectoryA(512, buffer));
     EXPECT_EQ(folder + "/Sub", buffer);
@@ -93,17 +95,31 @@ TEST_F(PathAndModuleTest, ModuleFileNameIsTheExecutableAndCutsLikeWin32)
 
 TEST_F(PathAndModuleTest, DataModulesNameTheirFile)
 {
-    WriteBytes("Res.dll", "MZ");
+    m_dir.Write("Res.dll", "MZ");
     HMODULE module = LoadLibraryExA("res.DLL", nullptr, LOAD_LIBRARY_AS_DATAFILE);
     ASSERT_NE(nullptr, module);
     char path[4096];
     ASSERT_GT(GetModuleFileNameA(module, path, sizeof(path)), 0u);
-    EXPECT_EQ(Folder() + "/Res.dll", path);
+    EXPECT_EQ(m_dir.Folder() + "/Res.dll", path);
     EXPECT_EQ(nullptr, LoadLibraryExA("missing.dll", nullptr, LOAD_LIBRARY_AS_DATAFILE));
     EXPECT_EQ(nullptr, LoadLibraryExA("Res.dll", nullptr, 0));
     EXPECT_TRUE(FreeLibrary(module));
     EXPECT_FALSE(FreeLibrary(module));
     EXPECT_EQ(0u, GetModuleFileNameA(module, path, sizeof(path)));
+}
+
+TEST_F(PathAndModuleTest, FreedModuleStaysInvalidWhenANewModuleTakesItsSlot)
+{
+    m_dir.Write("Res.dll", "MZ");
+    const auto load = [] { return LoadLibraryExA("Res.dll", nullptr, LOAD_LIBRARY_AS_DATAFILE); };
+    const HMODULE module = load();
+    ASSERT_TRUE(FreeLibrary(module));
+    const HMODULE newModule = NewInSlotOf(module, load, FreeLibrary);
+    ASSERT_NE(nullptr, newModule);
+    char path[4096];
+    EXPECT_EQ(0u, GetModuleFileNameA(module, path, sizeof(path)));
+    EXPECT_FALSE(FreeLibrary(module));
+    EXPECT_GT(GetModuleFileNameA(newModule, path, sizeof(path)), 0u);
 }
 
 } // namespace

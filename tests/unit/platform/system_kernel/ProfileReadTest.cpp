@@ -25,7 +25,7 @@ std::string Value(const char* section, const char* key, const char* defaultValue
 
 TEST_F(ProfileReadTest, SectionNamesListAndItsTruncation)
 {
-    WriteBytes("t.ini", "[ section1 ]\r\nk=v\r\n[section2]\r\n[section3]\r\n");
+    m_dir.Write("t.ini", "[ section1 ]\r\nk=v\r\n[section2]\r\n[section3]\r\n");
     char buffer[64];
     EXPECT_EQ(27u, GetPrivateProfileSectionNamesA(buffer, 29, "t.ini"));
     EXPECT_EQ(std::string("section1\0section2\0section3\0\0", 28), Bytes(buffer, 28));
@@ -47,8 +47,8 @@ TEST_F(ProfileReadTest, SectionNamesListAndItsTruncation)
 
 TEST_F(ProfileReadTest, KeyListSkipsCommentsAndLinesWithoutEquals)
 {
-    WriteBytes("t.ini",
-               "[s]\r\nname1=val1\r\n  ; name9=x\r\nname2=\r\nname3\r\n\r\nname4=val4\r\n");
+    m_dir.Write("t.ini",
+                "[s]\r\nname1=val1\r\n  ; name9=x\r\nname2=\r\nname3\r\n\r\nname4=val4\r\n");
     char buffer[64];
     EXPECT_EQ(18u, GetPrivateProfileStringA("s", nullptr, "", buffer, 64, "t.ini"));
     EXPECT_EQ(std::string("name1\0name2\0name4\0\0", 19), Bytes(buffer, 19));
@@ -61,8 +61,8 @@ TEST_F(ProfileReadTest, KeyListSkipsCommentsAndLinesWithoutEquals)
 
 TEST_F(ProfileReadTest, SectionLinesAndTheirTruncation)
 {
-    WriteBytes("t.ini", "[section1]\r\nname1 = val1\r\nname2=\r\nname3\r\nname4=\"val4\"\r\n"
-                        "[section2]\r\n[section3]\r\n=val5\r\n");
+    m_dir.Write("t.ini", "[section1]\r\nname1 = val1\r\nname2=\r\nname3\r\nname4=\"val4\"\r\n"
+                         "[section2]\r\n[section3]\r\n=val5\r\n");
     char buffer[64];
     SetLastError(7);
     EXPECT_EQ(37u, GetPrivateProfileSectionA("section1", buffer, 64, "t.ini"));
@@ -84,8 +84,9 @@ TEST_F(ProfileReadTest, SectionLinesAndTheirTruncation)
 
 TEST_F(ProfileReadTest, ValuesAreTrimmedAndLoseMatchingQuotes)
 {
-    WriteBytes("t.ini", "[s]\r\n  padded  =  a value  \r\ndq=\"val2\"\r\nsq='x y'\r\nmixed=\"x'\r\n"
-                        "one=\"\r\nempty=\"\"\r\nname4=a\r\n");
+    m_dir.Write("t.ini",
+                "[s]\r\n  padded  =  a value  \r\ndq=\"val2\"\r\nsq='x y'\r\nmixed=\"x'\r\n"
+                "one=\"\r\nempty=\"\"\r\nname4=a\r\n");
     EXPECT_EQ("a value", Value("s", "padded"));
     EXPECT_EQ("val2", Value("s", "dq"));
     EXPECT_EQ("x y", Value("s", "sq"));
@@ -97,7 +98,7 @@ TEST_F(ProfileReadTest, ValuesAreTrimmedAndLoseMatchingQuotes)
 
 TEST_F(ProfileReadTest, DefaultsAndBufferSizes)
 {
-    WriteBytes("t.ini", "[section1]\r\nname1=val1\r\nname4=a\r\n");
+    m_dir.Write("t.ini", "[section1]\r\nname1=val1\r\nname4=a\r\n");
     EXPECT_EQ("default", Value("section1", "nokey", "default  "));
     EXPECT_EQ("one two", Value("section1", "nokey", "one two  "));
     EXPECT_EQ("", Value("section1", "nokey", nullptr));
@@ -124,8 +125,8 @@ TEST_F(ProfileReadTest, DefaultsAndBufferSizes)
 
 TEST_F(ProfileReadTest, NamesIgnoreCaseAndTheFirstOccurrenceWins)
 {
-    WriteBytes("t.ini", "k=outside\r\n[Dup]\r\nKey=first\r\nkey=second\r\n[dup]\r\nkey=third\r\n"
-                        "other=4\r\n[\x81\x41]\r\nk=lead-A\r\n[\x81\x61]\r\nk=lead-a\r\n");
+    m_dir.Write("t.ini", "k=outside\r\n[Dup]\r\nKey=first\r\nkey=second\r\n[dup]\r\nkey=third\r\n"
+                         "other=4\r\n[\x81\x41]\r\nk=lead-A\r\n[\x81\x61]\r\nk=lead-a\r\n");
     EXPECT_EQ("first", Value("DUP", "KEY"));
     EXPECT_EQ("default", Value("dup", "other"));
     EXPECT_EQ("default", Value("", "k"));
@@ -139,26 +140,26 @@ TEST_F(ProfileReadTest, NamesIgnoreCaseAndTheFirstOccurrenceWins)
 
 TEST_F(ProfileReadTest, EveryLineEndingAndMalformedLines)
 {
-    WriteBytes("t.ini", "[a]\rk=cr\r[b]\nk=lf\n[c]\r\nk=crlf");
+    m_dir.Write("t.ini", "[a]\rk=cr\r[b]\nk=lf\n[c]\r\nk=crlf");
     EXPECT_EQ("cr", Value("a", "k"));
     EXPECT_EQ("lf", Value("b", "k"));
     EXPECT_EQ("crlf", Value("c", "k"));
     // A header without ']' is an ordinary line; the last ']' closes a name.
-    WriteBytes("u.ini", "[open\r\nk=1\r\n[x]y] tail\r\nk=2\r\n");
+    m_dir.Write("u.ini", "[open\r\nk=1\r\n[x]y] tail\r\nk=2\r\n");
     char buffer[64];
     EXPECT_EQ(4u, GetPrivateProfileSectionNamesA(buffer, 64, "u.ini"));
     EXPECT_EQ(std::string("x]y\0\0", 5), Bytes(buffer, 5));
     EXPECT_EQ(2u, GetPrivateProfileIntA("x]y", "k", 0, "u.ini"));
     // A byte-order mark does not hide the first section.
-    WriteBytes("v.ini", "\xEF\xBB\xBF[first]\r\nk=bom\r\n");
+    m_dir.Write("v.ini", "\xEF\xBB\xBF[first]\r\nk=bom\r\n");
     EXPECT_EQ(3u, GetPrivateProfileStringA("first", "k", "", buffer, 64, "v.ini"));
 }
 
 TEST_F(ProfileReadTest, IntegersReadTheLeadingNumber)
 {
-    WriteBytes("t.ini", "[s]\r\nneg=-1\r\nplus=+1\r\nbig=4294967297\r\nnegbig=-4294967297\r\n"
-                        "trail=42A94967297\r\nlead=B42\r\nhex=0x1F\r\nhexneg=-0X10\r\nempty=\r\n"
-                        "quoted=\"12\"\r\nspace= 7 \r\n");
+    m_dir.Write("t.ini", "[s]\r\nneg=-1\r\nplus=+1\r\nbig=4294967297\r\nnegbig=-4294967297\r\n"
+                         "trail=42A94967297\r\nlead=B42\r\nhex=0x1F\r\nhexneg=-0X10\r\nempty=\r\n"
+                         "quoted=\"12\"\r\nspace= 7 \r\n");
     EXPECT_EQ(4294967295u, GetPrivateProfileIntA("s", "neg", 5, "t.ini"));
     EXPECT_EQ(1u, GetPrivateProfileIntA("s", "plus", 5, "t.ini"));
     EXPECT_EQ(1u, GetPrivateProfileIntA("s", "big", 5, "t.ini"));
@@ -179,7 +180,7 @@ TEST_F(ProfileReadTest, IntegersReadTheLeadingNumber)
 TEST_F(ProfileReadTest, WideFunctionsConvertThroughTheAnsiCodePage)
 {
     // "中文" as section, key and value in GBK.
-    WriteBytes("t.ini", "[\xD6\xD0]\r\n\xCE\xC4=\xD6\xD0\xCE\xC4\r\nn=5\r\n");
+    m_dir.Write("t.ini", "[\xD6\xD0]\r\n\xCE\xC4=\xD6\xD0\xCE\xC4\r\nn=5\r\n");
     wchar_t buffer[32];
     EXPECT_EQ(2u, GetPrivateProfileStringW(L"\x4E2D", L"\x6587", L"", buffer, 32, L"t.ini"));
     EXPECT_EQ(std::wstring(L"\x4E2D\x6587"), std::wstring(buffer));

@@ -1,9 +1,10 @@
 // What the host feeds: the clock, key state, cursor position and cursors, beeps.
 #include "WindowsTestSupport.h"
 
+#include "support/TempDataDir.h"
+
 #include <cstdio>
 #include <filesystem>
-#include <fstream>
 #include <string>
 
 using namespace QzTest;
@@ -93,10 +94,9 @@ TEST_F(SystemWindowsTest, StandardCursorsAreSharedAndSurviveDestroy)
 
 TEST_F(SystemWindowsTest, CursorFromFileExistsOnlyForAnExistingFile)
 {
-    const std::filesystem::path folder =
-        std::filesystem::temp_directory_path() / "qzgui_system_windows_cursor";
-    std::filesystem::create_directories(folder / "Ani");
-    std::ofstream(folder / "Ani" / "Hand.cur") << "cursor";
+    const QzTest::TempDataDir data;
+    const std::filesystem::path& folder = data.Path();
+    data.Write("Ani/Hand.cur", "cursor");
     const std::string windowsName = (folder / "ani\\HAND.CUR").string();
 
     const HCURSOR cursor = LoadCursorFromFileA(windowsName.c_str());
@@ -121,5 +121,4 @@ TEST_F(SystemWindowsTest, CursorFromFileExistsOnlyForAnExistingFile)
     EXPECT_FALSE(Host::DescribeCursor(cursor).valid);
     EXPECT_EQ(SetCursor(cursor), nullptr);
     EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_INVALID_CURSOR_HANDLE));
-    std::filesystem::remove_all(folder);
 }

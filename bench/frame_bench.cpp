@@ -1,0 +1,208 @@
+// The manager's cost per frame with a full screen of windows: 40 dialogs of 50 controls each,
+// every one with a record and an animation section, drawn through the null render device, plus
+// one mouse move routed through OnMessage. One iteration is one frame; "ns_per_control" is the
+// CPU time of a frame divided by the number of controls.
+#include "framework/QzBaseWindow.h"
+#include "framework/QzDialog.h"
+#include "framework/QzGuiMgr.h"
+#include "layout/QzGuiInfoMgr.h"
+#include "layout/QzGuiWndInfo.h"
+#include "platform/render/IRenderDevice.h"
+#include "platform/system/QzSystem.h"
+
+#include <benchmark/benchmark.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <time.h>
+#include <vector>
+
+namespace
+{
+
+using QzGui::CQzBaseWindow;
+using QzGui::CQzDialog;
+using QzGui::CQzGuiMgr;
+using QzGui::CQzGuiWndInfo;
+
+constexpr int kDialogs = 40;
+constexpr int kCtrlsPerDialog = 50;
+constexpr int kControls = kDialogs * kCtrlsPerDialog;
+constexpr int kScreenWidth = 1024;
+constexpr int kScreenHeight = 768;
+// Dialogs in 8 columns and 5 rows; controls in 5 columns and 10 rows inside each.
+constexpr int kDialogColumns = 8;
+constexpr int kDialogWidth = 128;
+constexpr int kDialogHeight = 150;
+constexpr int kCtrlColumns = 5;
+constexpr int kCtrlWidth = 24;
+constexpr int kCtrlHeight = 14;
+const char* const kSection = "BenchBack";
+
+// A control that draws its background, as the simplest real control does.
+class CBenchCtrl : public CQzBaseWindow
+{
+public:
+    int GetWndType() override { return QzGui::QZ_WND_BUTTON; }
+    BOOL OnCreate() override { return 1; }
+    BOOL Show() override
+    {
+        DrawBack();
+        return 1;
+    }
+};
+
+// A temporary data root holding ani/Control.ani, the current directory while it lives.
+class BenchDataRoot
+{
+public:
+    BenchDataRoot() : m_previous(std::filesystem::current_path())
+    {
+        std::string pattern =
+            (std::filesystem::temp_directory_path() / "qzgui-bench-XXXXXX").string();
+        if (!mkdtemp(&pattern[0]))
+            throw std::runtime_error("no temporary folder");
+        m_path = pattern;
+        std::filesystem::create_directories(m_path / "ani");
+        std::filesystem::create_directories(m_path / "ini");
+        std::ofstream(m_path / "ani" / "Control.ani")
+            << "[" << kSection << "]\nFrameAmount=2\nFrame0=ui/back0.png\nFrame1=ui/back1.png\n";
+        std::ofstream(m_path / "ini" / "Gui3DEffect.ini") << "";
+        std::ofstream(m_path / "ini" / "Bench.ini") << "";
+        std::filesystem::current_path(m_path);
+    }
+    ~BenchDataRoot()
+    {
+        std::error_code ignored;
+        std::filesystem::current_path(m_previous, ignored);
+        std::filesystem::remove_all(m_path, ignored);
+    }
+    BenchDataRoot(const BenchDataRoot&) = delete;
+    BenchDataRoot& operator=(const BenchDataRoot&) = delete;
+
+private:
+    std::filesystem::path m_previous;
+    std::filesystem::path m_path;
+};
+
+CQzGuiWndInfo* MakeRecord(int parent, int ctrl, int x, int y, int w, int h)
+{
+    auto* pRecord = new CQzGuiWndInfo;
+    pRecord->SetParentId(parent);
+    pRecord->SetCtrlId(ctrl);
+    pRecord->SetX(static_cast<WORD>(x));
+    pRecord->SetY(static_cast<WORD>(y));
+    pRecord->SetWidth(static_cast<WORD>(w));
+    pRecord->SetHeight(static_cast<WORD>(h));
+    pRecord->SetAniSection(kSection);
+    pRecord->AddFlags(QzGui::WNDINFO_FLAG_ANISECTION);
+    return pRecord;
+}
+
+HWND CreateHostWindow()
+{
+    WNDCLASSW wc = {};
+    wc.lpfnWndProc = DefWindowProcW;
+    wc.lpszClassName = L"QzBenchHost";
+    RegisterClassW(&wc);
+    return CreateWindowExW(0, L"QzBenchHost", L"bench", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0,
+                           kScreenWidth, kScreenHeight, nullptr, nullptr, nullptr, nullptr);
+}
+
+// The manager with every dialog and control registered, created and shown.
+class BenchScreen
+{
+public:
+    BenchScreen()
+    {
+        QzPlatform::SetRenderDevice(nullptr);
+        m_hWnd = CreateHostWindow();
+        m_pMgr = static_cast<CQzGuiMgr*>(QzGui::CreateGuiMgr());
+        m_pMgr->SetScreenSize(kScreenWidth, kScreenHeight);
+        m_pMgr->Init(GetModuleHandleA(nullptr), m_hWnd, 100, "Bench.ini");
+        InsertRecords();
+        for (int d = 0; d < kDialogs; ++d)
+            AddDialog(static_cast<DWORD>(d + 1));
+    }
+    ~BenchScreen()
+    {
+        m_ctrls.clear();
+        m_dialogs.clear();
+        m_pMgr->Release();
+        DestroyWindow(m_hWnd);
+    }
+    BenchScreen(const BenchScreen&) = delete;
+    BenchScreen& operator=(const BenchScreen&) = delete;
+
+    CQzGuiMgr* Mgr() { return m_pMgr; }
+
+private:
+    void InsertRecords()
+    {
+        QzGui::CQzGuiInfoMgr* pInfoMgr = m_pMgr->GetInfoMgr();
+        for (int d = 0; d < kDialogs; ++d)
+        {
+            int x = (d % kDialogColumns) * kDialogWidth;
+            int y = (d / kDialogColumns) * kDialogHeight;
+            pInfoMgr->InsertRecord(MakeRecord(0, d + 1, x, y, kDialogWidth, kDialogHeight));
+            for (int c = 0; c < kCtrlsPerDialog; ++c)
+            {
+                int cx = (c % kCtrlColumns) * kCtrlWidth;
+                int cy = (c / kCtrlColumns) * kCtrlHeight;
+                pInfoMgr->InsertRecord(
+                    MakeRecord(d + 1, c + 1, cx, cy, kCtrlWidth - 2, kCtrlHeight - 2));
+            }
+        }
+    }
+    void AddDialog(DWORD nId)
+    {
+        m_dialogs.push_back(std::make_unique<CQzDialog>(nId, nullptr));
+        CQzDialog* pDialog = m_dialogs.back().get();
+        for (int c = 0; c < kCtrlsPerDialog; ++c)
+        {
+            m_ctrls.push_back(std::make_unique<CBenchCtrl>());
+            pDialog->AddCtrl(static_cast<DWORD>(c + 1), m_ctrls.back().get());
+        }
+        m_pMgr->AddDialog(pDialog, nullptr, true);
+        pDialog->ShowWindow(SW_SHOW);
+    }
+
+    HWND m_hWnd = nullptr;
+    CQzGuiMgr* m_pMgr = nullptr;
+    std::vector<std::unique_ptr<CBenchCtrl>> m_ctrls;
+    std::vector<std::unique_ptr<CQzDialog>> m_dialogs;
+};
+
+double ThreadCpuNs()
+{
+    timespec now = {};
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
+    return static_cast<double>(now.tv_sec) * 1e9 + static_cast<double>(now.tv_nsec);
+}
+
+void ShowAndMouseMovePerFrame(benchmark::State& state)
+{
+    BenchDataRoot root;
+    BenchScreen screen;
+    CQzGuiMgr* pMgr = screen.Mgr();
+    int frame = 0;
+    const double start = ThreadCpuNs();
+    for (auto _ : state)
+    {
+        pMgr->Show();
+        // The mouse wanders over the screen, so hover and routing change dialogs and controls.
+        int x = (frame * 37) % kScreenWidth;
+        int y = (frame * 23) % kScreenHeight;
+        benchmark::DoNotOptimize(pMgr->OnMessage(WM_MOUSEMOVE, 0, MAKELPARAM(x, y)));
+        ++frame;
+    }
+    const double frames = static_cast<double>(state.iterations());
+    state.counters["ns_per_control"] = (ThreadCpuNs() - start) / frames / kControls;
+}
+BENCHMARK(ShowAndMouseMovePerFrame)->Unit(benchmark::kMicrosecond);
+
+} // namespace

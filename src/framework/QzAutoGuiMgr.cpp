@@ -1,0 +1,105 @@
+#include "framework/QzAutoGuiMgr.h"
+
+#include "framework/QzDialog.h"
+#include "framework/QzGuiMgr.h"
+#include "layout/QzGuiInfoMgr.h"
+#include "layout/QzGuiWndInfo.h"
+
+namespace QzGui
+{
+
+namespace
+{
+
+// The window type code a record was written with ("type" of the layout file).
+int RecordType(IQzGuiWndInfo* pInfo)
+{
+    // Every record the layout manager hands out is one of its own CQzGuiWndInfo objects.
+    return static_cast<CQzGuiWndInfo*>(pInfo)->GetType();
+}
+
+} // namespace
+
+CQzAutoGuiMgr::~CQzAutoGuiMgr()
+{
+    DestroyWindows();
+}
+
+void CQzAutoGuiMgr::DestroyWindows()
+{
+    // Taken out first: a window's destructor may reach back into this object.
+    std::vector<CQzBaseWindow*> windows;
+    windows.swap(m_vecWnd);
+    m_mapDialog.clear();
+    for (CQzBaseWindow* pWnd : windows)
+        delete pWnd;
+}
+
+void CQzAutoGuiMgr::Init(IQzGuiMgr* pGuiMgr)
+{
+    // The windows are built once; a second Init of the manager builds nothing more.
+    if (!pGuiMgr || m_pGuiMgr)
+        return;
+    m_pGuiMgr = pGuiMgr;
+    auto* pMgr = dynamic_cast<CQzGuiMgr*>(pGuiMgr);
+    if (!pMgr)
+        return;
+    CQzGuiInfoMgr* pInfoMgr = pMgr->GetInfoMgr();
+    for (IQzGuiWndInfo* pDialogInfo : pInfoMgr->GetExtRecords(0))
+    {
+        if (RecordType(pDialogInfo) != QZ_WND_DIALOG)
+            continue;
+        auto* pDialog = static_cast<CQzDialog*>(
+            CreateWnd(QZ_WND_DIALOG, static_cast<DWORD>(pDialogInfo->GetCtrlId())));
+        if (!pDialog)
+            continue;
+        pGuiMgr->AddDialog(pDialog, nullptr, false);
+        for (IQzGuiWndInfo* pCtrlInfo : pInfoMgr->GetExtRecords(pDialog->GetId()))
+        {
+            if (CQzBaseWindow* pCtrl = CreateWnd(RecordType(pCtrlInfo), 0))
+                pDialog->AddCtrl(static_cast<DWORD>(pCtrlInfo->GetCtrlId()), pCtrl);
+        }
+    }
+}
+
+CQzBaseWindow* CQzAutoGuiMgr::CreateWnd(int nType, DWORD nId)
+{
+    CQzBaseWindow* pWnd = nullptr;
+    switch (nType)
+    {
+    case QZ_WND_DIALOG:
+    {
+        auto* pDialog = new CQzDialog(nId, nullptr);
+        m_mapDialog[nId] = pDialog;
+        pWnd = pDialog;
+        break;
+    }
+    case QZ_WND_BUTTON:
+    case QZ_WND_IMAGE:
+    case QZ_WND_STATIC:
+    case QZ_WND_RECORD_STATIC:
+        // Buttons, images and statics are made here once their control classes exist; until
+        // then such records create nothing.
+        return nullptr;
+    default:
+        return nullptr;
+    }
+    m_vecWnd.push_back(pWnd);
+    return pWnd;
+}
+
+void CQzAutoGuiMgr::ShowDialog(DWORD nId)
+{
+    auto it = m_mapDialog.find(nId);
+    if (it != m_mapDialog.end())
+        it->second->ShowWindow(SW_SHOW);
+}
+
+void CQzAutoGuiMgr::HideDialog(DWORD nId)
+{
+    auto it = m_mapDialog.find(nId);
+    if (it != m_mapDialog.end())
+        it->second->ShowWindow(SW_HIDE);
+}
+
+} // namespace QzGui

@@ -1,0 +1,886 @@
+#include "framework/QzBaseWindow.h"
+
+#include "effects/Gui3DEffect.h"
+#include "framework/QzBackDrawer.h"
+#include "framework/QzGuiHelper.h"
+#include "framework/QzGuiMgr.h"
+#include "layout/IQzGuiWndInfo.h"
+#include "layout/QzGuiInfoMgr.h"
+#include "platform/render/DataSet.h"
+#include "platform/render/MyBitmap.h"
+#include "platform/services/QzAniStore.h"
+#include "platform/services/QzAssert.h"
+#include "platform/services/QzLog.h"
+#include "platform/services/QzScreenAdapter.h"
+
+#include <algorithm>
+#include <climits>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <stdexcept>
+#include <vector>
+
+namespace QzGui
+{
+
+namespace
+{
+
+// Where the reports of this unit say they come from.
+constexpr const char* kSource = "QzBaseWindow";
+constexpr int kLineNoRecord = 136;
+constexpr int kLineNoManager = 248;
+constexpr int kLineRectRef = 1229;
+constexpr int kLineRectPtr = 1239;
+
+constexpr const char* kAniFile = "ani/Control.ani";
+constexpr DWORD kKeepAliveMs = 30000;
+constexpr int kMaskKind = 2;
+constexpr DWORD kDebugOutline = 0xffff0000;
+// The effect holder's flag for the parts a window adds and asks about.
+constexpr int kEffectPartFlag = 1;
+
+int ClampToInt(long value)
+{
+    return static_cast<int>(std::clamp<long>(value, INT_MIN, INT_MAX));
+}
+
+// "%d %d %d %d": exactly four integers, as left, top, right, bottom.
+bool ParseAniOffset(const char* pszText, RECT& rc)
+{
+    if (!pszText)
+        return false;
+    long values[4] = {};
+    const char* pszNext = pszText;
+    for (long& value : values)
+    {
+        char* pszEnd = nullptr;
+        value = std::strtol(pszNext, &pszEnd, 10);
+        if (pszEnd == pszNext)
+            return false;
+        pszNext = pszEnd;
+    }
+    rc = {ClampToInt(values[0]), ClampToInt(values[1]), ClampToInt(values[2]),
+          ClampToInt(values[3])};
+    return true;
+}
+
+BOOL IntegerValue(const char* pszText)
+{
+    return pszText ? ClampToInt(std::strtol(pszText, nullptr, 10)) : 0;
+}
+
+bool InRect(const RECT& rc, int x, int y)
+{
+    return x >= rc.left && x < rc.right && y >= rc.top && y < rc.bottom;
+}
+
+void OffsetPoint(POINT& pt, int dx, int dy)
+{
+    pt.x += dx;
+    pt.y += dy;
+}
+
+void OffsetRect(RECT& rc, int dx, int dy)
+{
+    rc.left += dx;
+    rc.top += dy;
+    rc.right += dx;
+    rc.bottom += dy;
+}
+
+void CheckFlagPosition(size_t nPos)
+{
+    if (nPos != 0)
+        throw std::out_of_range("invalid bitset position");
+}
+
+} // namespace
+
+// ---------------------------------------------------------------------------------------------
+// Life
+
+CQzBaseWindow::CQzBaseWindow() = default;
+
+CQzBaseWindow::~CQzBaseWindow()
+{
+    if (CQzGuiMgr* pMgr = GetMgr())
+        pMgr->ForgetWindow(this);
+    delete m_pBackEffect;
+    delete m_pFrontEffect;
+    if (m_pBackBitmap)
+        m_pBackBitmap->Release();
+    ReleaseOwnedRegion();
+}
+
+BOOL CQzBaseWindow::Create(IQzGuiMgr* pGuiMgr)
+{
+    if (!pGuiMgr)
+        return 0;
+    m_pQzGuiMgr = pGuiMgr;
+    if (!LoadWndInfo())
+        return 0;
+    KillAllTimers();
+    return OnCreate() ? 1 : 0;
+}
+
+IQzGuiMgr* CQzBaseWindow::GetGuiMgr()
+{
+    if (!m_pQzGuiMgr)
+        QzPlatform::ReportAssert("NULL != m_pQzGuiMgr", kSource, kLineNoManager);
+    return m_pQzGuiMgr;
+}
+
+CQzGuiMgr* CQzBaseWindow::GetMgr() const
+{
+    return dynamic_cast<CQzGuiMgr*>(m_pQzGuiMgr);
+}
+
+CQzGuiMgr* CQzBaseWindow::RequireMgr()
+{
+    return dynamic_cast<CQzGuiMgr*>(GetGuiMgr());
+}
+
+CQzBaseWindow* CQzBaseWindow::GetRootWindow()
+{
+    CQzBaseWindow* pRoot = this;
+    while (pRoot->m_pParent)
+        pRoot = pRoot->m_pParent;
+    return pRoot;
+}
+
+DWORD CQzBaseWindow::GetFullId() const
+{
+    const DWORD nParentId = m_pParent ? m_pParent->m_nId : 0;
+    return (nParentId & 0xFFFF) | ((m_nId & 0xFFFF) << 16);
+}
+
+// ---------------------------------------------------------------------------------------------
+// The configuration record
+
+bool CQzBaseWindow::IsInfoWanted()
+{
+    if (!m_bUseInfo)
+        return false;
+    return !m_pParent || GetRootWindow()->m_bUseInfo;
+}
+
+BOOL CQzBaseWindow::LoadWndInfo()
+{
+    m_nParentId = m_pParent ? m_pParent->m_nId : 0;
+    if (!IsInfoWanted())
+        return 1;
+    CQzGuiMgr* pMgr = RequireMgr();
+    CQzGuiInfoMgr* pInfoMgr = pMgr ? pMgr->GetInfoMgr() : nullptr;
+    if (!pInfoMgr)
+        return 1;
+    // A child dialog is configured as a top-level window.
+    const DWORD nLookUpParent = m_pParent && GetWndType() == QZ_WND_DIALOG ? 0 : m_nParentId;
+    const DWORD nRecordId = m_nInfoId ? m_nInfoId : m_nId;
+    m_pWndInfo = pInfoMgr->GetWndInfo(nLookUpParent, nRecordId, GetWndType(), m_nInfoVariant);
+    if (!m_pWndInfo)
+    {
+        QzPlatform::LogEvent(
+            "Dialog or Control error!!!", kSource, kLineNoRecord,
+            {QzPlatform::LogInt("wnd_id", m_nId), QzPlatform::LogInt("parent_id", nLookUpParent)});
+        m_bFrameMode = 1;
+        return 1;
+    }
+    ApplyRecord(m_pWndInfo);
+    return 1;
+}
+
+void CQzBaseWindow::ApplyRecord(IQzGuiWndInfo* pInfo)
+{
+    m_bFrameMode = 0;
+    const int x = static_cast<int16_t>(pInfo->GetX());
+    const int y = static_cast<int16_t>(pInfo->GetY());
+    const int nWidth = static_cast<int>(pInfo->GetWidth());
+    const int nHeight = static_cast<int>(pInfo->GetHeight());
+    m_rcOrigin = {x, y, x + nWidth, y + nHeight};
+    MoveWindow(nullptr, x, y, nWidth, nHeight, TRUE);
+
+    LoadBackEffect(pInfo->GetBgEffect(), true, true);
+    LoadFrontEffect(pInfo->GetFgEffect(), true, true);
+    if (pInfo->TestFlag(WNDINFO_FLAG_ANISECTION))
+        m_strAniName = pInfo->GetAniSection() ? pInfo->GetAniSection() : "";
+    m_nBackType = static_cast<DWORD>(pInfo->GetBackShowMode());
+    if (m_nBackType == QZ_BACK_FILE)
+        LoadBackFile(pInfo->GetExtraValue("BackFile"));
+    if (pInfo->TestFlag(WNDINFO_FLAG_REGION))
+        LoadRegion(pInfo);
+    if (pInfo->TestFlag(WNDINFO_FLAG_CURSOR) && pInfo->GetCursor())
+        m_strCursor = pInfo->GetCursor();
+    SetPicOffset(static_cast<int>(pInfo->GetOffsetX()), static_cast<int>(pInfo->GetOffsetY()));
+    ApplyExtras(pInfo);
+}
+
+void CQzBaseWindow::ApplyExtras(IQzGuiWndInfo* pInfo)
+{
+    m_rcAniOffset = {0, 0, 0, 0};
+    ParseAniOffset(pInfo->GetExtraValue("AniOffset"), m_rcAniOffset);
+    m_bDisable = IntegerValue(pInfo->GetExtraValue("IsDisable"));
+}
+
+void CQzBaseWindow::LoadBackFile(const char* pszFile)
+{
+    if (!pszFile)
+        return;
+    if (m_pBackBitmap)
+        m_pBackBitmap->Release();
+    m_pBackBitmap = MyBitmapCreate(pszFile);
+}
+
+// The region table's region for the record's identifiers; the window owns what it gets.
+void CQzBaseWindow::LoadRegion(IQzGuiWndInfo* pInfo)
+{
+    CQzGuiMgr* pMgr = GetMgr();
+    CQzGuiInfoMgr* pInfoMgr = pMgr ? pMgr->GetInfoMgr() : nullptr;
+    if (!pInfoMgr)
+        return;
+    const HRGN hRgn = pInfoMgr->CreateWndRegion(static_cast<DWORD>(pInfo->GetParentId()),
+                                                static_cast<DWORD>(pInfo->GetCtrlId()));
+    SetRegion(hRgn);
+    m_bOwnRgn = hRgn != nullptr;
+}
+
+void CQzBaseWindow::SetInfoVariant(DWORD nVariant)
+{
+    m_nInfoVariant = nVariant;
+    LoadWndInfo();
+}
+
+BOOL CQzBaseWindow::GetOriginRect(RECT* pRect) const
+{
+    if (!pRect)
+        return FALSE;
+    if (!m_pWndInfo)
+    {
+        *pRect = {0, 0, 0, 0};
+        return FALSE;
+    }
+    *pRect = m_rcOrigin;
+    return TRUE;
+}
+
+void CQzBaseWindow::SetAniName(const char* pszName)
+{
+    m_strAniName = pszName ? pszName : "";
+}
+
+const char* CQzBaseWindow::GetAniName()
+{
+    return m_strAniName.c_str();
+}
+
+void CQzBaseWindow::SetFrameMode(BOOL bFrameMode)
+{
+    m_bFrameMode = bFrameMode;
+}
+
+void CQzBaseWindow::SetCursorName(const char* pszName)
+{
+    m_strCursor = pszName ? pszName : "";
+}
+
+void CQzBaseWindow::SetFramePicOffset(int x, int y, int nFrame)
+{
+    m_ptPicOffset = {x, y};
+    m_nOffsetFrame = nFrame;
+}
+
+void CQzBaseWindow::SetBackBitmap(const char* pszFile)
+{
+    if (!pszFile)
+        return;
+    m_nBackType = QZ_BACK_BITMAP;
+    LoadBackFile(pszFile);
+}
+
+// ---------------------------------------------------------------------------------------------
+// Geometry
+
+void CQzBaseWindow::MoveWindow(RECT* pOutLocal, int x, int y, int nWidth, int nHeight, BOOL)
+{
+    m_rcLocal = {x, y, x + nWidth, y + nHeight};
+    if (m_pParent)
+    {
+        x += m_pParent->m_rcWindow.left;
+        y += m_pParent->m_rcWindow.top;
+    }
+    PlaceAbsolute(x, y, nWidth, nHeight);
+    if (pOutLocal)
+        *pOutLocal = m_rcLocal;
+}
+
+// Stores the absolute rectangle, then tells the window what changed: size first, then place.
+void CQzBaseWindow::PlaceAbsolute(int x, int y, int nWidth, int nHeight)
+{
+    const bool bSized = nWidth != GetWidth() || nHeight != GetHeight();
+    const bool bMoved = x != m_rcWindow.left || y != m_rcWindow.top;
+    m_rcWindow = {x, y, x + nWidth, y + nHeight};
+    if (bSized)
+        SendMessage(WM_SIZE, static_cast<WPARAM>(nWidth), static_cast<LPARAM>(nHeight));
+    if (bMoved)
+        SendMessage(WM_MOVE, static_cast<WPARAM>(x), static_cast<LPARAM>(y));
+}
+
+void CQzBaseWindow::MoveWindow(const RECT& rect, BOOL bRepaint)
+{
+    if (rect.left > rect.right)
+        QzPlatform::ReportAssert("rect.left <= rect.right", kSource, kLineRectRef);
+    MoveWindow(nullptr, rect.left, rect.top, rect.right - rect.left, rect.bottom - rect.top,
+               bRepaint);
+}
+
+const RECT& CQzBaseWindow::MoveWindow(const RECT* pRect, BOOL bRepaint)
+{
+    if (!pRect)
+        return m_rcWindow;
+    if (pRect->left > pRect->right)
+        QzPlatform::ReportAssert("lpRect->left <= lpRect->right", kSource, kLineRectPtr);
+    MoveWindow(nullptr, pRect->left, pRect->top, pRect->right - pRect->left,
+               pRect->bottom - pRect->top, bRepaint);
+    return m_rcWindow;
+}
+
+void CQzBaseWindow::MoveWindow(const RECT* pRect)
+{
+    MoveWindow(pRect, TRUE);
+}
+
+void CQzBaseWindow::SetPos(int x, int y)
+{
+    MoveWindow(nullptr, x, y, GetWidth(), GetHeight(), TRUE);
+}
+
+void CQzBaseWindow::ResetPosition()
+{
+    MoveWindow(nullptr, m_rcOrigin.left, m_rcOrigin.top, m_rcOrigin.right - m_rcOrigin.left,
+               m_rcOrigin.bottom - m_rcOrigin.top, TRUE);
+}
+
+// Centres horizontally (mode 0), vertically (1) or both (2) in the parent, or on the screen
+// for a window without parent; the size is the window's or that of its section's first frame.
+void CQzBaseWindow::CenterWindow(int nMode, bool bUseAniSize)
+{
+    CQzGuiMgr* pMgr = GetMgr();
+    if (!pMgr)
+        return;
+    int nWidth = GetWidth();
+    int nHeight = GetHeight();
+    if (bUseAniSize && !m_strAniName.empty())
+    {
+        QzPlatform::CAniHandle handle;
+        QzPlatform::GetAniStore()->LoadAni(handle, kAniFile, m_strAniName.c_str());
+        handle.GetFrameSize(0, nWidth, nHeight);
+    }
+    RECT rcArea = {0, 0, pMgr->GetScreenWidth(), pMgr->GetScreenHeight()};
+    if (m_pParent)
+        rcArea = m_pParent->m_rcWindow;
+    const int nAreaWidth = rcArea.right - rcArea.left;
+    const int nAreaHeight = rcArea.bottom - rcArea.top;
+    if (nMode == 0 || nMode == 2)
+        SetPos(nAreaWidth / 2 - nWidth / 2, m_rcWindow.top - rcArea.top);
+    if (nMode == 1 || nMode == 2)
+        SetPos(m_rcWindow.left - rcArea.left, nAreaHeight / 2 - nHeight / 2);
+}
+
+// ---------------------------------------------------------------------------------------------
+// Coordinates: host window pixels <-> logical screen <-> this window
+
+void CQzBaseWindow::ScreenToClient(POINT* pPoint)
+{
+    CQzGuiMgr* pMgr = RequireMgr();
+    if (!pMgr || !pPoint)
+        return;
+    const POINT ptOrigin = pMgr->GetClientOrigin();
+    OffsetPoint(*pPoint, -ptOrigin.x, -ptOrigin.y);
+    QzPlatform::GetScreenAdapter().ConvertPoint(*pPoint, QzPlatform::CQzScreenAdapter::kToLogical);
+    OffsetPoint(*pPoint, -m_rcWindow.left, -m_rcWindow.top);
+}
+
+void CQzBaseWindow::ScreenToClient(RECT* pRect)
+{
+    CQzGuiMgr* pMgr = RequireMgr();
+    if (!pMgr || !pRect)
+        return;
+    const POINT ptOrigin = pMgr->GetClientOrigin();
+    OffsetRect(*pRect, -ptOrigin.x, -ptOrigin.y);
+    QzPlatform::GetScreenAdapter().ConvertRect(*pRect, QzPlatform::CQzScreenAdapter::kToLogical);
+    OffsetRect(*pRect, -m_rcWindow.left, -m_rcWindow.top);
+}
+
+void CQzBaseWindow::ClientToScreen(POINT* pPoint)
+{
+    CQzGuiMgr* pMgr = RequireMgr();
+    if (!pMgr || !pPoint)
+        return;
+    OffsetPoint(*pPoint, m_rcWindow.left, m_rcWindow.top);
+    QzPlatform::GetScreenAdapter().ConvertPoint(*pPoint, QzPlatform::CQzScreenAdapter::kToScreen);
+    const POINT ptOrigin = pMgr->GetClientOrigin();
+    OffsetPoint(*pPoint, ptOrigin.x, ptOrigin.y);
+}
+
+void CQzBaseWindow::ClientToScreen(RECT* pRect)
+{
+    CQzGuiMgr* pMgr = RequireMgr();
+    if (!pMgr || !pRect)
+        return;
+    OffsetRect(*pRect, m_rcWindow.left, m_rcWindow.top);
+    QzPlatform::GetScreenAdapter().ConvertRect(*pRect, QzPlatform::CQzScreenAdapter::kToScreen);
+    const POINT ptOrigin = pMgr->GetClientOrigin();
+    OffsetRect(*pRect, ptOrigin.x, ptOrigin.y);
+}
+
+RECT CQzBaseWindow::GetScreenRect()
+{
+    CQzGuiMgr* pMgr = GetMgr();
+    if (!pMgr)
+        return {0, 0, 0, 0};
+    RECT rc = m_rcWindow;
+    QzPlatform::GetScreenAdapter().ConvertRect(rc, QzPlatform::CQzScreenAdapter::kToScreen);
+    const POINT ptOrigin = pMgr->GetClientOrigin();
+    OffsetRect(rc, ptOrigin.x, ptOrigin.y);
+    return rc;
+}
+
+void CQzBaseWindow::GetScreenRect(RECT* pRect)
+{
+    if (pRect)
+        *pRect = GetScreenRect();
+}
+
+// ---------------------------------------------------------------------------------------------
+// Visibility, enablement and the mouse capture
+
+void CQzBaseWindow::ShowWindow(int nCmdShow)
+{
+    if (nCmdShow == SW_SHOW)
+    {
+        if (!OnShowing(nCmdShow) || m_bVisible)
+            return;
+        m_bVisible = true;
+        SendMessage(WM_SHOWWINDOW, 1, 0);
+        return;
+    }
+    if (!OnHiding(nCmdShow) || !m_bVisible)
+        return;
+    SendMessage(WM_SHOWWINDOW, 0, 0);
+    m_bVisible = false;
+    ReleaseCaptureIfHeld();
+}
+
+BOOL CQzBaseWindow::EnableWindow(BOOL bEnable)
+{
+    const BOOL bNew = bEnable ? 1 : 0;
+    if (m_bEnable == bNew)
+        return m_bEnable;
+    m_bEnable = bNew;
+    if (!bNew)
+        ReleaseCaptureIfHeld();
+    return m_bEnable;
+}
+
+void CQzBaseWindow::SetCapture()
+{
+    if (CQzGuiMgr* pMgr = RequireMgr())
+        pMgr->SetCapture(this);
+}
+
+void CQzBaseWindow::ReleaseCapture()
+{
+    if (CQzGuiMgr* pMgr = RequireMgr(); pMgr && pMgr->IsCapture(this))
+        pMgr->ReleaseCapture();
+}
+
+bool CQzBaseWindow::IsCapture()
+{
+    CQzGuiMgr* pMgr = RequireMgr();
+    return pMgr && pMgr->IsCapture(this);
+}
+
+// For the paths that run without a manager as well: nothing to release then.
+void CQzBaseWindow::ReleaseCaptureIfHeld()
+{
+    CQzGuiMgr* pMgr = GetMgr();
+    if (pMgr && pMgr->IsCapture(this))
+        pMgr->ReleaseCapture();
+}
+
+// ---------------------------------------------------------------------------------------------
+// Hit testing and the mouse
+
+BOOL CQzBaseWindow::PtInWindow(int x, int y)
+{
+    if (m_hRgn)
+        return ::PtInRegion(m_hRgn, x, y) ? TRUE : FALSE;
+    if (m_pWndInfo && m_pWndInfo->IsTestRgn())
+        return HitMask(x, y);
+    return InRect(m_rcWindow, x, y) ? TRUE : FALSE;
+}
+
+// The section "<name>_MSK" holds one mask frame per look state; opaque pixels hit.
+BOOL CQzBaseWindow::HitMask(int x, int y)
+{
+    if (!InRect(m_rcWindow, x, y))
+        return FALSE;
+    const int nLocalX = x - (m_rcWindow.left + m_ptPicOffset.x);
+    const int nLocalY = y - (m_rcWindow.top + m_ptPicOffset.y);
+    if (nLocalX < 0 || nLocalY < 0)
+        return FALSE;
+    char szName[1024];
+    std::snprintf(szName, sizeof(szName), "%s_MSK", m_strAniName.c_str());
+    IDataAni* pAni = TableDataSetQuery()->GetAni(kAniFile, szName, 1, kKeepAliveMs, 0);
+    const int nCount = pAni ? pAni->GetFrameCount() : 0;
+    if (nCount <= 0)
+        return FALSE;
+    IDataFrame* pFrame = pAni->GetFrame(m_wState % nCount);
+    if (!pFrame || pFrame->GetKind() != kMaskKind)
+        return FALSE;
+    return pFrame->IsTransparentAt(nLocalX, nLocalY) ? FALSE : TRUE;
+}
+
+BOOL CQzBaseWindow::IsMouseOver()
+{
+    POINT pt = {0, 0};
+    if (!GetCursorPos(&pt))
+        return FALSE;
+    return PtInWindow(pt.x, pt.y);
+}
+
+// The manager's last mouse position, in the host window's client coordinates.
+BOOL CQzBaseWindow::GetCursorPos(POINT* pPoint)
+{
+    IQzGuiMgr* pMgr = GetGuiMgr();
+    if (!pMgr || !pPoint)
+        return FALSE;
+    pMgr->GetMousePos(pPoint);
+    return TRUE;
+}
+
+// Once a frame while the mouse is in: notices that it left, and in debug mode marks the
+// window as the one under inspection.
+BOOL CQzBaseWindow::CheckMouseLeave()
+{
+    if (!m_bMouseIn)
+        return 0;
+    if (!IsMouseOver())
+    {
+        OnMouseLeave();
+        m_bMouseIn = false;
+    }
+    if (IsDebugDraw())
+    {
+        CMyBitmap::ShowRect(m_rcWindow.left, m_rcWindow.top, m_rcWindow.right, m_rcWindow.bottom,
+                            kDebugOutline);
+        if (CQzGuiHelper* pHelper = CQzGuiHelper::Instance())
+            pHelper->SetDebugTarget(m_pQzGuiMgr, this);
+    }
+    return 1;
+}
+
+void CQzBaseWindow::SetRegion(HRGN hRgn)
+{
+    ReleaseOwnedRegion();
+    m_hRgn = hRgn;
+}
+
+void CQzBaseWindow::ReleaseOwnedRegion()
+{
+    if (m_bOwnRgn && m_hRgn)
+        ::DeleteObject(m_hRgn);
+    m_bOwnRgn = false;
+    m_hRgn = nullptr;
+}
+
+bool CQzBaseWindow::IsDebugDraw() const
+{
+    return m_pQzGuiMgr && m_pQzGuiMgr->GetDebugMode() != 0;
+}
+
+// ---------------------------------------------------------------------------------------------
+// Cursor
+
+CQzCursorMgr* CQzBaseWindow::GetCursorMgr() const
+{
+    return m_pQzGuiMgr ? m_pQzGuiMgr->GetCursorMgr() : nullptr;
+}
+
+void CQzBaseWindow::OnMouseEnter()
+{
+    CQzCursorMgr* pCursorMgr = GetCursorMgr();
+    if (!pCursorMgr || !m_pQzGuiMgr->FindCursor("Normal"))
+        return;
+    // FIXME: reset pCursorMgr to its default cursor once the cursor manager exists.
+}
+
+LRESULT CQzBaseWindow::WindowProc(UINT message, WPARAM, LPARAM)
+{
+    if (message != WM_SETCURSOR || m_strCursor.empty())
+        return 0;
+    CQzCursorMgr* pCursorMgr = GetCursorMgr();
+    if (!pCursorMgr)
+        return 0;
+    // FIXME: set m_strCursor through pCursorMgr once the cursor manager exists.
+    return 0;
+}
+
+// ---------------------------------------------------------------------------------------------
+// Messages and the base behaviour of the virtual operations
+
+LRESULT CQzBaseWindow::SendMessage(UINT message, WPARAM wParam, LPARAM lParam)
+{
+    WindowProc(message, wParam, lParam);
+    return 0;
+}
+
+// ---------------------------------------------------------------------------------------------
+// Software timers, polled once a frame against the millisecond clock
+
+DWORD CQzBaseWindow::SetTimer(DWORD nId, DWORD nElapse, const void* pData)
+{
+    KillTimer(nId);
+    QzTimerEntry entry = {nId, nElapse, ::timeGetTime(), {}};
+    if (pData)
+        std::memcpy(entry.data, pData, sizeof(entry.data));
+    m_lstTimer.push_back(entry);
+    return nId;
+}
+
+BOOL CQzBaseWindow::KillTimer(DWORD nId)
+{
+    const auto it = std::find_if(m_lstTimer.begin(), m_lstTimer.end(),
+                                 [nId](const QzTimerEntry& entry) { return entry.nId == nId; });
+    if (it == m_lstTimer.end())
+        return FALSE;
+    m_lstTimer.erase(it);
+    return TRUE;
+}
+
+BOOL CQzBaseWindow::HasTimer(DWORD nId) const
+{
+    return std::any_of(m_lstTimer.begin(), m_lstTimer.end(),
+                       [nId](const QzTimerEntry& entry) { return entry.nId == nId; });
+}
+
+// Each due timer fires once. A handler may set or kill timers, so the entries are visited by
+// id and looked up again before each delivery. The difference is unsigned, so the clock's wrap
+// after 49 days delays nothing.
+void CQzBaseWindow::ProcessTimers()
+{
+    const DWORD dwNow = ::timeGetTime();
+    std::vector<DWORD> vecIds;
+    for (const QzTimerEntry& entry : m_lstTimer)
+        vecIds.push_back(entry.nId);
+    for (DWORD nId : vecIds)
+    {
+        const auto it = std::find_if(m_lstTimer.begin(), m_lstTimer.end(),
+                                     [nId](const QzTimerEntry& entry) { return entry.nId == nId; });
+        if (it == m_lstTimer.end() || dwNow - it->dwLast < it->nElapse)
+            continue;
+        it->dwLast = dwNow;
+        SendMessage(WM_TIMER, nId, 0);
+        if (m_lstTimer.empty())
+            return;
+    }
+}
+
+// ---------------------------------------------------------------------------------------------
+// The host's flag: one bit at position 0
+
+void CQzBaseWindow::SetUserFlag(size_t nPos)
+{
+    CheckFlagPosition(nPos);
+    m_setUserFlag.set(0);
+}
+
+void CQzBaseWindow::ResetUserFlag(size_t nPos)
+{
+    CheckFlagPosition(nPos);
+    m_setUserFlag.reset(0);
+}
+
+bool CQzBaseWindow::TestUserFlag(size_t nPos) const
+{
+    CheckFlagPosition(nPos);
+    return m_setUserFlag.test(0);
+}
+
+// ---------------------------------------------------------------------------------------------
+// 3D effect layers
+
+void CQzBaseWindow::LoadFrontEffect(const char* pszName, bool bPlay, bool bFit)
+{
+    if (!pszName || !*pszName)
+        return;
+    if (!m_pFrontEffect)
+        m_pFrontEffect = new CGui3DEffect;
+    LoadEffect(m_pFrontEffect, pszName, bPlay, bFit);
+}
+
+void CQzBaseWindow::LoadBackEffect(const char* pszName, bool bPlay, bool bFit)
+{
+    if (!pszName || !*pszName)
+        return;
+    if (!m_pBackEffect)
+        m_pBackEffect = new CGui3DEffect;
+    LoadEffect(m_pBackEffect, pszName, bPlay, bFit);
+}
+
+void CQzBaseWindow::PlayBackEffect(const char* pszName)
+{
+    if (m_pBackEffect)
+        PlayEffect(m_pBackEffect, pszName);
+}
+
+void CQzBaseWindow::PlayFrontEffect(const char* pszName)
+{
+    if (m_pFrontEffect)
+        PlayEffect(m_pFrontEffect, pszName);
+}
+
+BOOL CQzBaseWindow::HasFrontEffect(const char* pszName)
+{
+    return m_pFrontEffect && m_pFrontEffect->HasPart(pszName, kEffectPartFlag, 0) ? TRUE : FALSE;
+}
+
+BOOL CQzBaseWindow::HasBackEffect(const char* pszName)
+{
+    return m_pBackEffect && m_pBackEffect->HasPart(pszName, kEffectPartFlag, 0) ? TRUE : FALSE;
+}
+
+void CQzBaseWindow::DrawFrontEffect()
+{
+    if (m_pWndInfo && m_pFrontEffect)
+        DrawEffect(m_pFrontEffect, m_rcWindow.left, m_rcWindow.top);
+}
+
+void CQzBaseWindow::DrawFrontEffectAt(int x, int y, int)
+{
+    DrawEffect(m_pFrontEffect, x, y);
+}
+
+void CQzBaseWindow::DrawBackEffect()
+{
+    if (m_pWndInfo && m_pBackEffect)
+        DrawEffect(m_pBackEffect, m_rcWindow.left, m_rcWindow.top);
+}
+
+void CQzBaseWindow::DrawBackEffectAt(int x, int y, int)
+{
+    DrawEffect(m_pBackEffect, x, y);
+}
+
+void CQzBaseWindow::UpdateEffects()
+{
+    if (m_pBackEffect)
+        m_pBackEffect->Update();
+    if (m_pFrontEffect)
+        m_pFrontEffect->Update();
+}
+
+void CQzBaseWindow::DrawEffect(CGui3DEffect* pEffect, int x, int y)
+{
+    if (!pEffect)
+        return;
+    IQzGuiMgr* pMgr = GetGuiMgr();
+    if (!pMgr)
+        return;
+    int nX = x;
+    int nY = y;
+    pMgr->TransformPoint(x, y, &nX, &nY);
+    pEffect->Draw(nX, nY, -1);
+}
+
+// Fits the effect to the window's screen rectangle first when asked, adds the part unless
+// the holder has it, and starts every part when asked.
+void CQzBaseWindow::LoadEffect(CGui3DEffect* pEffect, const char* pszName, bool bPlay, bool bFit)
+{
+    if (!pEffect || !pszName)
+        return;
+    if (bFit)
+        pEffect->SetRect(GetScreenRect());
+    if (!pEffect->HasPart(pszName, kEffectPartFlag, 0))
+        pEffect->AddEffect(pszName, kEffectPartFlag, bFit);
+    if (bPlay)
+        pEffect->PlayPart(-1);
+}
+
+// A held effect restarts; any other name, and no name (every part), is started through the
+// effect object, which adds a section it does not hold yet.
+void CQzBaseWindow::PlayEffect(CGui3DEffect* pEffect, const char* pszName)
+{
+    if (!pEffect)
+        return;
+    if (pszName && pEffect->HasPart(pszName, kEffectPartFlag, 0))
+        pEffect->Play(pszName);
+    else
+        pEffect->StartEffect(pszName, kEffectPartFlag, 0);
+}
+
+// ---------------------------------------------------------------------------------------------
+// Background
+
+void CQzBaseWindow::DrawBack()
+{
+    if (!m_bShowBack)
+        return;
+    if (m_bFrameMode || m_nBackType == QZ_BACK_NONE)
+    {
+        // The red outline of CheckMouseLeave replaces the type colour under the debug mouse.
+        CQzBackDrawer::DrawOutline(m_rcWindow, GetWndType(), !(m_bMouseIn && IsDebugDraw()));
+        return;
+    }
+    DrawTextured();
+}
+
+void CQzBaseWindow::DrawTextured()
+{
+    QzPlatform::CAniHandle handle;
+    QzPlatform::GetAniStore()->LoadAni(handle, kAniFile, m_strAniName.c_str());
+    const CQzBackDrawer drawer({m_rcWindow, m_ptPicOffset, m_ptPicOffset2, m_nOffsetFrame,
+                                m_rcAniOffset, m_wState, m_byAlpha});
+    POINT ptDrawn = {0, 0};
+    if (DrawBackImage(drawer, handle.GetAni(), ptDrawn))
+        drawer.Report(ptDrawn, m_strAniName.c_str(), handle.GetFrameCount());
+}
+
+// The group, the bitmap (type 7, or type 5 given a "BackFile") or the section's frame; false
+// when there was nothing to draw.
+bool CQzBaseWindow::DrawBackImage(const CQzBackDrawer& drawer, IDataAni* pAni, POINT& ptDrawn)
+{
+    if (m_nBackType == QZ_BACK_GROUP)
+    {
+        ptDrawn = {m_rcWindow.left + m_ptPicOffset.x, m_rcWindow.top + m_ptPicOffset.y};
+        DrawAniGroup(m_strAniName.c_str(), ptDrawn.x, ptDrawn.y);
+        return true;
+    }
+    const bool bBitmapType = m_nBackType == QZ_BACK_BITMAP || m_nBackType == QZ_BACK_FILE;
+    if (bBitmapType && m_pBackBitmap)
+    {
+        ptDrawn = drawer.DrawBitmap(m_pBackBitmap);
+        return true;
+    }
+    if (m_nBackType == QZ_BACK_BITMAP || !pAni || pAni->GetFrameCount() <= 0)
+        return false;
+    ptDrawn = drawer.DrawSection(pAni, m_nBackType);
+    return true;
+}
+
+void CQzBaseWindow::DrawAniGroup(const char* pszGroup, int x, int y)
+{
+    if (!pszGroup)
+        return;
+    CQzGuiMgr* pMgr = GetMgr();
+    CQzGuiInfoMgr* pInfoMgr = pMgr ? pMgr->GetInfoMgr() : nullptr;
+    const QzAniGroup* pGroup = pInfoMgr ? pInfoMgr->GetAniGroup(pszGroup) : nullptr;
+    if (!pGroup)
+        return;
+    for (const QzAniGroupPiece& piece : pGroup->pieces)
+        CQzBackDrawer::DrawFirstFrame(piece.section.c_str(), x + piece.left, y + piece.top,
+                                      m_byAlpha);
+}
+
+} // namespace QzGui

@@ -1,0 +1,120 @@
+// The placement table: reading ini/Gui3DEffect.ini, its data errors and look-ups.
+#include "effects/GuiEffectInfo.h"
+#include "support/LogCapture.h"
+#include "support/TempDataDir.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace
+{
+
+const char* const kPath = "ini\\Gui3DEffect.ini";
+
+class GuiEffectInfoTest : public ::testing::Test
+{
+protected:
+    BOOL LoadText(const std::string& text)
+    {
+        m_root.Write("ini/Gui3DEffect.ini", text);
+        return m_table.Load(kPath);
+    }
+
+    QzTest::LogCapture m_log;
+    QzTest::TempDataDir m_root;
+    CGuiEffectInfo m_table;
+};
+
+TEST_F(GuiEffectInfoTest, ReadsTrimmedLinesSkipsEmptyOnesAndLaterDuplicatesReplace)
+{
+    EXPECT_TRUE(LoadText("Fire 9 9 9 9 9 9 9\n"
+                         "Fire 200 100 15 25 1.5 2.25 -45\r\n"
+                         "\n"
+                         "   \t  \n"
+                         "\t  Smoke 0 0 0 0 0.5 1 90   \n"));
+
+    EXPECT_EQ(m_table.GetCount(), 2u);
+    const QzEffectPlacement* pFire = m_table.Find("Fire");
+    ASSERT_NE(pFire, nullptr);
+    EXPECT_EQ(pFire->nRefWidth, 200u);
+    EXPECT_EQ(pFire->nRefHeight, 100u);
+    EXPECT_EQ(pFire->nOffsetX, 15u);
+    EXPECT_EQ(pFire->nOffsetZ, 25u);
+    EXPECT_FLOAT_EQ(pFire->fScaleX, 1.5f);
+    EXPECT_FLOAT_EQ(pFire->fScaleZ, 2.25f);
+    EXPECT_EQ(pFire->nRotation, -45);
+    const QzEffectPlacement smoke = m_table.Get("Smoke");
+    EXPECT_FLOAT_EQ(smoke.fScaleX, 0.5f);
+    EXPECT_EQ(smoke.nRotation, 90);
+    EXPECT_TRUE(m_log.Empty());
+}
+
+TEST_F(GuiEffectInfoTest, AnUnknownNameIsNotFoundAndReadsAsAllZeros)
+{
+    LoadText("Fire 200 100 15 25 1.5 2.25 -45\n");
+
+    EXPECT_EQ(m_table.Find("fire"), nullptr); // names are exact
+    EXPECT_EQ(m_table.Find(nullptr), nullptr);
+    const QzEffectPlacement none = m_table.Get("Water");
+    EXPECT_EQ(none.nRefWidth, 0u);
+    EXPECT_EQ(none.nRefHeight, 0u);
+    EXPECT_EQ(none.nOffsetX, 0u);
+    EXPECT_EQ(none.nOffsetZ, 0u);
+    EXPECT_EQ(none.fScaleX, 0.0f);
+    EXPECT_EQ(none.fScaleZ, 0.0f);
+    EXPECT_EQ(none.nRotation, 0);
+}
+
+TEST_F(GuiEffectInfoTest, IncompleteLinesAreSkippedAndLoggedWithFileAndLine)
+{
+    LoadText("Fire 200 100 15 25 1.5 2.25\n" // no rotation
+             "Smoke 1 2 3 4 x 1 0\n"         // a word for a number
+             "Rain 1 2 3 4 1 1 5\n");
+
+    EXPECT_EQ(m_table.GetCount(), 1u);
+    EXPECT_NE(m_table.Find("Rain"), nullptr);
+    ASSERT_EQ(m_log.Count("data error"), 2);
+    const auto& records = m_log.Records();
+    EXPECT_EQ(records[0].Get("file_name"), kPath);
+    EXPECT_EQ(records[0].Get("line"), "Fire 200 100 15 25 1.5 2.25");
+    EXPECT_EQ(records[1].Get("line"), "Smoke 1 2 3 4 x 1 0");
+}
+
+TEST_F(GuiEffectInfoTest, NamesUpTo127CharactersAreReadLongerOnesAreDataErrors)
+{
+    const std::string longest(127, 'a');
+    // The rest of a longer name is digits: cut at 127 it would read as a complete line.
+    const std::string tooLong = std::string(127, 'b') + "123";
+    LoadText(longest + " 1 2 3 4 1 1 0\n" + tooLong + " 1 2 3 4 1 1 0\n");
+
+    EXPECT_NE(m_table.Find(longest.c_str()), nullptr);
+    EXPECT_EQ(m_table.GetCount(), 1u);
+    EXPECT_EQ(m_log.Count("data error"), 1);
+}
+
+TEST_F(GuiEffectInfoTest, LinesLongerThanTheReadBufferStayOneLine)
+{
+    const std::string padding(600, ' ');
+    LoadText("Fire 1 2 3 4" + padding + "1.5 2 9\nSmoke 5 6 7 8 1 1 0\n");
+
+    EXPECT_EQ(m_table.Get("Fire").nRotation, 9);
+    EXPECT_EQ(m_table.Get("Smoke").nOffsetZ, 8u);
+    EXPECT_TRUE(m_log.Empty());
+}
+
+TEST_F(GuiEffectInfoTest, LoadingEmptiesTheTableFirstAndAMissingFileLeavesItEmpty)
+{
+    LoadText("Fire 1 1 1 1 1 1 1\n");
+    LoadText("Smoke 1 1 1 1 1 1 1\n");
+    EXPECT_EQ(m_table.Find("Fire"), nullptr);
+
+    EXPECT_FALSE(m_table.Load("ini\\Missing.ini"));
+
+    EXPECT_EQ(m_table.GetCount(), 0u);
+    const QzPlatform::LogRecord* pRecord = m_log.Find("open file failed");
+    ASSERT_NE(pRecord, nullptr);
+    EXPECT_EQ(pRecord->Get("file_name"), "ini\\Missing.ini");
+}
+
+} // namespace

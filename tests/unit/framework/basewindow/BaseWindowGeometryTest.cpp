@@ -1,0 +1,162 @@
+// Placing windows: the WM_SIZE/WM_MOVE a move sends, children placed from their parent,
+// the rectangle forms, centring, and conversions between the host window and a window.
+#include "BaseWindowScene.h"
+
+namespace BaseWindowTest
+{
+
+namespace
+{
+
+void ExpectRect(const RECT& rc, int left, int top, int right, int bottom)
+{
+    EXPECT_EQ(left, rc.left);
+    EXPECT_EQ(top, rc.top);
+    EXPECT_EQ(right, rc.right);
+    EXPECT_EQ(bottom, rc.bottom);
+}
+
+} // namespace
+
+using BaseWindowGeometry = BaseWindowScene;
+
+TEST_F(BaseWindowGeometry, MoveSendsSizeThenMoveAndOnlyWhatChanged)
+{
+    TestWindow window;
+    window.MoveWindow(nullptr, 10, 20, 30, 40, TRUE);
+    ASSERT_EQ(2u, window.seen.size());
+    EXPECT_EQ(static_cast<UINT>(WM_SIZE), window.seen[0].message);
+    EXPECT_EQ(30u, window.seen[0].wParam);
+    EXPECT_EQ(40, window.seen[0].lParam);
+    EXPECT_EQ(static_cast<UINT>(WM_MOVE), window.seen[1].message);
+    EXPECT_EQ(10u, window.seen[1].wParam);
+    EXPECT_EQ(20, window.seen[1].lParam);
+
+    window.seen.clear();
+    window.MoveWindow(nullptr, 10, 20, 30, 40, TRUE);
+    EXPECT_TRUE(window.seen.empty());
+
+    window.MoveWindow(nullptr, 11, 20, 30, 40, TRUE);
+    EXPECT_EQ(std::vector<UINT>{WM_MOVE}, window.Messages());
+
+    window.seen.clear();
+    window.MoveWindow(nullptr, 11, 20, 30, 41, TRUE);
+    EXPECT_EQ(std::vector<UINT>{WM_SIZE}, window.Messages());
+}
+
+TEST_F(BaseWindowGeometry, ChildIsPlacedFromItsParentsTopLeftAtTheTimeOfItsMove)
+{
+    TestWindow parent(QZ_WND_DIALOG, 300);
+    TestWindow child(QZ_WND_BUTTON, 7);
+    child.SetParent(&parent);
+    parent.MoveWindow(nullptr, 100, 50, 400, 300, TRUE);
+
+    RECT rcOut = {};
+    child.MoveWindow(&rcOut, 10, 20, 30, 40, TRUE);
+    ExpectRect(child.GetWindowRect(), 110, 70, 140, 110);
+    ExpectRect(child.GetLocalRect(), 10, 20, 40, 60);
+    ExpectRect(rcOut, 10, 20, 40, 60);
+    EXPECT_EQ(110u, child.seen.back().wParam);
+    EXPECT_EQ(70, child.seen.back().lParam);
+
+    parent.MoveWindow(nullptr, 0, 0, 400, 300, TRUE);
+    ExpectRect(child.GetWindowRect(), 110, 70, 140, 110);
+    child.SetPos(10, 20);
+    ExpectRect(child.GetWindowRect(), 10, 20, 40, 60);
+    EXPECT_EQ(300u | (7u << 16), child.GetFullId());
+    EXPECT_EQ(300u << 16, parent.GetFullId());
+}
+
+TEST_F(BaseWindowGeometry, InvertedRectanglesAreReportedAndStillMoved)
+{
+    TestWindow window;
+    window.MoveWindow(RECT{50, 0, 40, 10}, TRUE);
+    ASSERT_EQ(1u, m_harness.Log().Asserts().size());
+    EXPECT_EQ("rect.left <= rect.right", m_harness.Log().Asserts()[0].expression);
+    EXPECT_EQ("QzBaseWindow", m_harness.Log().Asserts()[0].source);
+    EXPECT_EQ(1229, m_harness.Log().Asserts()[0].line);
+    EXPECT_EQ(-10, window.GetWidth());
+
+    const RECT rcInverted = {30, 0, 20, 10};
+    const RECT& rcMoved = window.MoveWindow(&rcInverted, TRUE);
+    ASSERT_EQ(2u, m_harness.Log().Asserts().size());
+    EXPECT_EQ("lpRect->left <= lpRect->right", m_harness.Log().Asserts()[1].expression);
+    EXPECT_EQ(1239, m_harness.Log().Asserts()[1].line);
+    ExpectRect(rcMoved, 30, 0, 20, 10);
+
+    window.seen.clear();
+    const RECT& rcUnmoved = window.MoveWindow(nullptr, TRUE);
+    EXPECT_EQ(&window.GetWindowRect(), &rcUnmoved);
+    EXPECT_TRUE(window.seen.empty());
+}
+
+TEST_F(BaseWindowGeometry, CentresInTheParentOrOnTheScreen)
+{
+    TestWindow parent(QZ_WND_DIALOG, 300);
+    TestWindow child(QZ_WND_BUTTON, 7);
+    Create(parent);
+    Create(child, &parent);
+    parent.MoveWindow(nullptr, 50, 60, 200, 100, TRUE);
+    child.MoveWindow(nullptr, 0, 0, 40, 20, TRUE);
+    child.CenterWindow(2, false);
+    ExpectRect(child.GetLocalRect(), 80, 40, 120, 60);
+    ExpectRect(child.GetWindowRect(), 130, 100, 170, 120);
+
+    // On the 1024 x 768 screen, by its own size or by the first frame of its section (20 x 20).
+    TestWindow top(QZ_WND_DIALOG, 301);
+    Create(top);
+    top.MoveWindow(nullptr, 5, 7, 100, 40, TRUE);
+    top.CenterWindow(0, true);
+    EXPECT_EQ(462, top.GetX());
+    EXPECT_EQ(7, top.GetY());
+    top.CenterWindow(1, false);
+    EXPECT_EQ(364, top.GetY());
+    top.SetAniName("Centre20");
+    top.CenterWindow(2, true);
+    ExpectRect(top.GetWindowRect(), 502, 374, 602, 414);
+
+    TestWindow orphan;
+    orphan.MoveWindow(nullptr, 5, 7, 100, 40, TRUE);
+    orphan.CenterWindow(2, false);
+    EXPECT_EQ(5, orphan.GetX());
+}
+
+TEST_F(BaseWindowGeometry, ConvertsThroughTheClientOriginAndTheScreenAdapter)
+{
+    m_harness.MoveMainWindow(100, 50);
+    TestWindow window;
+    Create(window);
+    window.MoveWindow(nullptr, 10, 20, 30, 40, TRUE);
+
+    POINT pt = {150, 100};
+    window.ScreenToClient(&pt);
+    EXPECT_EQ(40, pt.x);
+    EXPECT_EQ(30, pt.y);
+    window.ClientToScreen(&pt);
+    EXPECT_EQ(150, pt.x);
+    EXPECT_EQ(100, pt.y);
+
+    // The host shows the 1024 x 768 logical screen twice as large.
+    QzPlatform::GetScreenAdapter().SetWindowSize(2048, 1536);
+    pt = {300, 150};
+    window.ScreenToClient(&pt);
+    EXPECT_EQ(90, pt.x);
+    EXPECT_EQ(30, pt.y);
+    RECT rc = {0, 0, 30, 40};
+    window.ClientToScreen(&rc);
+    ExpectRect(rc, 120, 90, 180, 170);
+    window.ScreenToClient(&rc);
+    ExpectRect(rc, 0, 0, 30, 40);
+    ExpectRect(window.GetScreenRect(), 120, 90, 180, 170);
+
+    TestWindow orphan;
+    ExpectRect(orphan.GetScreenRect(), 0, 0, 0, 0);
+    pt = {1, 2};
+    orphan.ScreenToClient(&pt);
+    EXPECT_EQ(1, pt.x);
+    ASSERT_EQ(1u, m_harness.Log().Asserts().size());
+    EXPECT_EQ("NULL != m_pQzGuiMgr", m_harness.Log().Asserts()[0].expression);
+    EXPECT_EQ(248, m_harness.Log().Asserts()[0].line);
+}
+
+} // namespace BaseWindowTest

@@ -1,0 +1,260 @@
+// Loading the configuration record: what a record sets, the log record of a missing one, the
+// extra attributes, variants, owned click regions, the mask hit test and the effect layers.
+#include "BaseWindowScene.h"
+
+#include "platform/system/QzKernelHost.h"
+
+#include <cstdint>
+
+namespace BaseWindowTest
+{
+
+namespace
+{
+
+const char* const kLayout =
+    "[0-300]\nx=100\ny=50\nw=400\nh=300\n"
+    "[300-7]\nx=65516\ny=20\nw=100\nh=40\nAniSection=Two\n"
+    "BackShowMode=1\nOffsetX=3\nOffsetY=4\nCursor=Hand\nAniOffset=1 2 3 4\n"
+    "[300-8]\nw=10\nh=10\nAniOffset=1 2 3\n"
+    "[300-9]\nw=10\nh=10\nAniOffset=a b c d\nIsDisable=1\n"
+    "[300-10]\nw=30\nh=30\nTestRgn=1\nAniSection=Hit\nOffsetX=2\nOffsetY=1\n"
+    "[300-11]\nw=10\nh=10\n"
+    "[300-12]\nw=10\nh=10\nBackShowMode=5\nBackFile=img/back.png\n"
+    "[300-13]\nx=5\ny=6\nw=20\nh=20\nFgEffect=Centre20\nBgEffect=Two\n"
+    "[0-55]\nx=5\ny=6\nw=70\nh=80\n";
+
+void Put32(std::string& bytes, uint32_t value)
+{
+    for (int i = 0; i < 4; ++i)
+        bytes.push_back(static_cast<char>((value >> (8 * i)) & 0xFF));
+}
+
+// ini/Rgn.dat with one region, the rectangle (200, 200, 210, 210), for window 11 of dialog 300.
+std::string RegionFile()
+{
+    std::string data;
+    for (uint32_t value : {32u, 1u, 1u, 16u, 200u, 200u, 210u, 210u, 200u, 200u, 210u, 210u})
+        Put32(data, value);
+    std::string bytes;
+    for (uint32_t value : {1u, 300u, 11u, static_cast<uint32_t>(data.size()), 0u})
+        Put32(bytes, value);
+    return bytes + data;
+}
+
+void ExpectRect(const RECT& rc, int left, int top, int right, int bottom)
+{
+    EXPECT_EQ(left, rc.left);
+    EXPECT_EQ(top, rc.top);
+    EXPECT_EQ(right, rc.right);
+    EXPECT_EQ(bottom, rc.bottom);
+}
+
+void TransformForTest(int x, int y, int* pX, int* pY)
+{
+    *pX = x + 1000;
+    *pY = y + 2000;
+}
+
+} // namespace
+
+class BaseWindowRecord : public BaseWindowScene
+{
+protected:
+    BaseWindowRecord() : dialog(QZ_WND_DIALOG, 300)
+    {
+        Load(kLayout);
+        Create(dialog);
+    }
+
+    TestWindow dialog;
+};
+
+TEST_F(BaseWindowRecord, RecordPlacesAndDressesTheWindow)
+{
+    TestWindow ctrl(QZ_WND_BUTTON, 7);
+    Create(ctrl, &dialog);
+
+    EXPECT_FALSE(dialog.GetFrameMode());
+    ExpectRect(dialog.GetWindowRect(), 100, 50, 500, 350);
+    ExpectRect(ctrl.GetLocalRect(), -20, 20, 80, 60);
+    ExpectRect(ctrl.GetWindowRect(), 80, 70, 180, 110);
+    EXPECT_EQ(300u, ctrl.GetParentId());
+    EXPECT_STREQ("Two", ctrl.GetAniName());
+    EXPECT_EQ(1u, ctrl.GetBackType());
+    EXPECT_EQ(3, ctrl.GetPicOffset().x);
+    EXPECT_EQ(4, ctrl.GetPicOffset().y);
+    EXPECT_EQ("Hand", ctrl.GetCursorName());
+    ExpectRect(ctrl.GetAniOffset(), 1, 2, 3, 4);
+    EXPECT_EQ(0, m_harness.Log().Count("Dialog or Control error!!!"));
+
+    ctrl.SetPos(0, 0);
+    ctrl.ResetPosition();
+    ExpectRect(ctrl.GetLocalRect(), -20, 20, 80, 60);
+    RECT rcOrigin = {};
+    EXPECT_TRUE(ctrl.GetOriginRect(&rcOrigin));
+    ExpectRect(rcOrigin, -20, 20, 80, 60);
+}
+
+TEST_F(BaseWindowRecord, MissingRecordIsLoggedAndTheWindowDrawsInFrameMode)
+{
+    TestWindow ctrl(QZ_WND_BUTTON, 99);
+    ctrl.SetParent(&dialog);
+    EXPECT_TRUE(ctrl.Create(m_pMgr));
+    EXPECT_TRUE(ctrl.GetFrameMode());
+    ExpectRect(ctrl.GetWindowRect(), 0, 0, 0, 0);
+    RECT rcOrigin = {1, 1, 1, 1};
+    EXPECT_FALSE(ctrl.GetOriginRect(&rcOrigin));
+    ExpectRect(rcOrigin, 0, 0, 0, 0);
+
+    ASSERT_EQ(1, m_harness.Log().Count("Dialog or Control error!!!"));
+    const QzPlatform::LogRecord& record = *m_harness.Log().Find("Dialog or Control error!!!");
+    ASSERT_EQ(5u, record.fields.size());
+    EXPECT_EQ("__cb__", record.fields[0].key);
+    EXPECT_EQ("", record.fields[0].text);
+    EXPECT_EQ("svr_time", record.fields[1].key);
+    EXPECT_EQ("QzBaseWindow:136", record.Get("_"));
+    EXPECT_EQ("wnd_id", record.fields[3].key);
+    EXPECT_EQ(QzPlatform::LogFieldKind::Integer, record.fields[3].kind);
+    EXPECT_EQ("99", record.Get("wnd_id"));
+    EXPECT_EQ("parent_id", record.fields[4].key);
+    EXPECT_EQ("300", record.Get("parent_id"));
+}
+
+TEST_F(BaseWindowRecord, ChildDialogIsLookedUpAsATopLevelWindow)
+{
+    TestWindow child(QZ_WND_DIALOG, 55);
+    Create(child, &dialog);
+    EXPECT_EQ(300u, child.GetParentId());
+    ExpectRect(child.GetWindowRect(), 105, 56, 175, 136);
+
+    TestWindow unknown(QZ_WND_DIALOG, 56);
+    Create(unknown, &dialog);
+    ASSERT_NE(nullptr, m_harness.Log().Find("Dialog or Control error!!!"));
+    EXPECT_EQ("0", m_harness.Log().Find("Dialog or Control error!!!")->Get("parent_id"));
+}
+
+TEST_F(BaseWindowRecord, InfoIdAndVariantChooseTheRecordAndTheRootCanOptOut)
+{
+    TestWindow ctrl(QZ_WND_BUTTON, 50);
+    ctrl.SetInfoId(7);
+    Create(ctrl, &dialog);
+    EXPECT_STREQ("Two", ctrl.GetAniName());
+
+    m_root.Write("ini/Logic.ini", "[300-7-2]\nx=1\ny=2\nw=3\nh=4\n");
+    m_pMgr->GetInfoMgr()->LoadLogicLayout("Logic.ini");
+    ctrl.SetInfoVariant(2);
+    ExpectRect(ctrl.GetLocalRect(), 1, 2, 4, 6);
+    EXPECT_EQ(2u, ctrl.GetInfoVariant());
+
+    dialog.SetUseInfo(false);
+    TestWindow quiet(QZ_WND_BUTTON, 98);
+    Create(quiet, &dialog);
+    EXPECT_FALSE(quiet.GetFrameMode());
+    EXPECT_EQ(0, m_harness.Log().Count("Dialog or Control error!!!"));
+}
+
+TEST_F(BaseWindowRecord, ExtraAttributesNeedExactlyFourMarginsAndCanDisable)
+{
+    TestWindow three(QZ_WND_BUTTON, 8);
+    three.SetAniOffset({5, 5, 5, 5});
+    Create(three, &dialog);
+    ExpectRect(three.GetAniOffset(), 0, 0, 0, 0);
+    EXPECT_FALSE(three.IsDisable());
+
+    TestWindow disabled(QZ_WND_BUTTON, 9);
+    Create(disabled, &dialog);
+    ExpectRect(disabled.GetAniOffset(), 0, 0, 0, 0);
+    disabled.ShowWindow(SW_SHOW);
+    EXPECT_TRUE(disabled.IsDisable());
+    EXPECT_FALSE(disabled.IsWindowVisible());
+    EXPECT_FALSE(disabled.IsWindowEnabled());
+}
+
+TEST_F(BaseWindowRecord, RegionOfTheRegionTableIsOwnedByTheWindow)
+{
+    m_root.Write("ini/Rgn.dat", RegionFile());
+    Load(kLayout);
+    auto* pCtrl = new TestWindow(QZ_WND_BUTTON, 11);
+    Create(*pCtrl, &dialog);
+    const HRGN hFirst = pCtrl->GetRegion();
+    ASSERT_NE(nullptr, hFirst);
+    EXPECT_TRUE(pCtrl->PtInWindow(205, 205));
+    EXPECT_FALSE(pCtrl->PtInWindow(105, 55));
+
+    pCtrl->SetInfoVariant(0);
+    const HRGN hSecond = pCtrl->GetRegion();
+    EXPECT_TRUE(QzPlatform::GetRegionRects(hFirst).empty());
+    ASSERT_FALSE(QzPlatform::GetRegionRects(hSecond).empty());
+    delete pCtrl;
+    EXPECT_TRUE(QzPlatform::GetRegionRects(hSecond).empty());
+
+    // A region the host gives stays the host's.
+    const HRGN hHost = CreateRectRgn(0, 0, 5, 5);
+    {
+        TestWindow window;
+        window.SetRegion(hHost);
+    }
+    EXPECT_FALSE(QzPlatform::GetRegionRects(hHost).empty());
+}
+
+// The window at (100, 50) draws "Hit" 2 pixels right and 1 down; "Hit_MSK" frame 0 is a mask
+// whose left two columns are opaque, frame 1 an ordinary picture.
+TEST_F(BaseWindowRecord, MaskSectionDecidesHitsForTestRgnRecords)
+{
+    TestWindow ctrl(QZ_WND_BUTTON, 10);
+    Create(ctrl, &dialog);
+    EXPECT_TRUE(ctrl.PtInWindow(102, 51));
+    EXPECT_TRUE(ctrl.PtInWindow(103, 52));
+    EXPECT_FALSE(ctrl.PtInWindow(104, 51));
+    EXPECT_FALSE(ctrl.PtInWindow(101, 51));
+    EXPECT_FALSE(ctrl.PtInWindow(102, 53));
+
+    ctrl.SetState(1);
+    EXPECT_FALSE(ctrl.PtInWindow(102, 51));
+    ctrl.SetState(2);
+    EXPECT_TRUE(ctrl.PtInWindow(102, 51));
+    ctrl.SetAniName("Missing");
+    EXPECT_FALSE(ctrl.PtInWindow(102, 51));
+}
+
+TEST_F(BaseWindowRecord, EffectLayersComeFromTheRecordAndDrawThroughTheTransform)
+{
+    m_pMgr->SetTransformCallback(&TransformForTest);
+    TestWindow ctrl(QZ_WND_BUTTON, 13);
+    Create(ctrl, &dialog);
+    EXPECT_TRUE(ctrl.HasFrontEffect("Centre20"));
+    EXPECT_TRUE(ctrl.HasBackEffect("Two"));
+    EXPECT_FALSE(ctrl.HasFrontEffect("Two"));
+
+    ctrl.UpdateEffects();
+    ctrl.DrawFrontEffect();
+    ctrl.DrawBackEffectAt(1, 2, 0);
+    std::vector<QzTest::DrawCall> calls = Textures();
+    ASSERT_EQ(2u, calls.size());
+    EXPECT_EQ("img/f20.png", calls[0].texturePath);
+    EXPECT_EQ(1105, calls[0].x1);
+    EXPECT_EQ(2056, calls[0].y1);
+    EXPECT_EQ("img/a.png", calls[1].texturePath);
+    EXPECT_EQ(1001, calls[1].x1);
+
+    ctrl.PlayFrontEffect("Two");
+    EXPECT_TRUE(ctrl.HasFrontEffect("Two"));
+
+    TestWindow bare(QZ_WND_BUTTON, 99);
+    Create(bare, &dialog);
+    m_harness.Device().Clear();
+    bare.DrawFrontEffect();
+    bare.DrawBackEffect();
+    EXPECT_TRUE(Textures().empty());
+}
+
+TEST_F(BaseWindowRecord, BackFileOfBackType5LoadsTheBitmap)
+{
+    TestWindow ctrl(QZ_WND_BUTTON, 12);
+    Create(ctrl, &dialog);
+    EXPECT_EQ(5u, ctrl.GetBackType());
+    EXPECT_NE(nullptr, ctrl.GetBackBitmap());
+}
+
+} // namespace BaseWindowTest

@@ -1,0 +1,89 @@
+// Fly-in from a screen edge when shown, fly-out before hiding, and the sounds of both.
+#include "DialogScene.h"
+
+namespace DialogTest
+{
+
+namespace
+{
+
+std::vector<std::string> g_sounds;
+
+void RecordSound(const char* pszName, int, int, int, int, int)
+{
+    g_sounds.push_back(pszName);
+}
+
+} // namespace
+
+class DialogFly : public DialogScene
+{
+protected:
+    DialogFly()
+    {
+        g_sounds.clear();
+        m_pMgr->SetSoundCallback(&RecordSound);
+        CQzGuiWndInfo* pRecord =
+            AddRecord(0, 500, {100, 50, 300, 150}, {{"FlyInStep", "40"}, {"FlyOutStep", "50"}});
+        pRecord->SetFlyDir(1);
+        pRecord->SetOpenSound("open.wav");
+        pRecord->SetCloseSound("close.wav");
+        m_pMgr->AddDialog(&m_dialog, nullptr, false);
+    }
+
+    SpyDialog m_dialog{500, nullptr};
+};
+
+TEST_F(DialogFly, FliesInFromTheLeftFortyPixelsAFrameAndStaysShown)
+{
+    m_dialog.ShowWindow(SW_SHOW);
+    EXPECT_EQ(-200, m_dialog.GetX());
+    EXPECT_EQ(50, m_dialog.GetY());
+    EXPECT_EQ(std::vector<std::string>{"open.wav"}, g_sounds);
+
+    for (int x : {-160, -120, -80, -40, 0, 40, 80})
+    {
+        Frame();
+        EXPECT_EQ(x, m_dialog.GetX());
+        EXPECT_TRUE(m_dialog.IsFlying());
+    }
+    Frame();
+    EXPECT_EQ(100, m_dialog.GetX());
+    EXPECT_FALSE(m_dialog.IsFlying());
+    EXPECT_EQ(1, m_dialog.Count(QZ_WM_FLYFINISHED));
+    EXPECT_TRUE(m_dialog.IsWindowVisible());
+}
+
+TEST_F(DialogFly, HidingFliesOutAndHidesOnArrival)
+{
+    m_dialog.ShowWindow(SW_SHOW);
+    for (int i = 0; i < 8; ++i)
+        Frame();
+
+    m_dialog.ShowWindow(SW_HIDE);
+    for (int x : {50, 0, -50, -100, -150})
+    {
+        Frame();
+        EXPECT_EQ(x, m_dialog.GetX());
+        EXPECT_TRUE(m_dialog.IsWindowVisible());
+    }
+    EXPECT_EQ(std::vector<std::string>{"open.wav"}, g_sounds);
+    Frame();
+    EXPECT_EQ(-200, m_dialog.GetX());
+    EXPECT_FALSE(m_dialog.IsWindowVisible());
+    EXPECT_EQ((std::vector<std::string>{"open.wav", "close.wav"}), g_sounds);
+}
+
+TEST_F(DialogFly, CloseDialogsHidesAFlyingDialogAtOnce)
+{
+    m_dialog.ShowWindow(SW_SHOW);
+    Frame();
+    Frame();
+
+    m_pMgr->CloseDialogs(5);
+
+    EXPECT_FALSE(m_dialog.IsWindowVisible());
+    EXPECT_EQ(-120, m_dialog.GetX());
+}
+
+} // namespace DialogTest

@@ -1,0 +1,262 @@
+// The manager's life and its services: Init, reloading, the logic file, closing and
+// broadcasting, text splitting, the font and the small host conveniences.
+#include "ManagerFixture.h"
+
+#include "effects/GuiEffectInfo.h"
+#include "layout/QzGuiInfoMgr.h"
+#include "platform/render/MyBitmap.h"
+#include "platform/services/QzScreenAdapter.h"
+#include "platform/system/QzKernelHost.h"
+#include "textinput/QzEditSingle.h"
+
+namespace QzGuiManagerTest
+{
+
+namespace
+{
+
+using ServicesTest = ManagerFixture;
+using QzGui::g_pQzEditSingle;
+
+TEST_F(ServicesTest, InitNeedsAnInstanceAWindowADialogIdAndTheEditShell)
+{
+    HINSTANCE hInstance = GetModuleHandleA(nullptr);
+    HWND hWnd = m_harness.MainWindow();
+    IQzGuiMgrPtr other(QzGui::CreateGuiMgr());
+    EXPECT_EQ(0, other->Init(nullptr, hWnd, 100, "Test.ini"));
+    EXPECT_EQ(0, other->Init(hInstance, nullptr, 100, "Test.ini"));
+    EXPECT_EQ(0, other->Init(hInstance, hWnd, 0, "Test.ini"));
+
+    // The shell was set up by the fixture's manager and stays with it.
+    ASSERT_NE(nullptr, g_pQzEditSingle);
+    EXPECT_EQ(2u, g_pQzEditSingle->GetRefCount());
+    EXPECT_EQ(m_pMgr, g_pQzEditSingle->GetGuiMgr());
+    EXPECT_EQ(hWnd, g_pQzEditSingle->GetParentWnd());
+    EXPECT_EQ(1, other->Init(hInstance, hWnd, 100, "Test.ini"));
+    EXPECT_EQ(m_pMgr, g_pQzEditSingle->GetGuiMgr());
+    EXPECT_EQ(0u, other->GetFocusId());
+}
+
+TEST_F(ServicesTest, InitLoadsTheLayoutAndTheEffectPlacement)
+{
+    QzGui::IQzGuiWndInfo* pInfo = m_pMgr->GetWndInfo(0, 2);
+    ASSERT_NE(nullptr, pInfo);
+    EXPECT_EQ(100u, pInfo->GetX());
+    EXPECT_STREQ("Test.ini", m_pMgr->GetInfoMgr()->GetLayoutFileName());
+
+    m_root.Write("ini/Gui3DEffect.ini", "Spark 100 50 1 2 1.0 1.0 0\n");
+    IQzGuiMgrPtr other(QzGui::CreateGuiMgr());
+    other->Init(GetModuleHandleA(nullptr), m_harness.MainWindow(), 100, "Test.ini");
+    EXPECT_NE(nullptr, CGuiEffectInfo::Instance().Find("Spark"));
+    CGuiEffectInfo::Instance().Clear();
+}
+
+TEST_F(ServicesTest, LoadingAndReloadingMakeDialogsRereadTheirRecords)
+{
+    ProbeDialog* pLower = AddDialog(1);
+    ProbeDialog* pUpper = AddDialog(2);
+    m_root.Write("ini/Other.ini", "[0-1]\nx=50\ny=60\nw=300\nh=300\n"
+                                  "[0-2]\nx=70\ny=80\nw=300\nh=300\n");
+    m_pMgr->LoadLayout("Other.ini");
+    EXPECT_EQ(50, pLower->GetX());
+    EXPECT_EQ(70, pUpper->GetX());
+
+    m_root.Write("ini/Other.ini", "[0-1]\nx=5\ny=60\nw=300\nh=300\n"
+                                  "[0-2]\nx=7\ny=80\nw=300\nh=300\n");
+    m_pMgr->ReloadDialog(3); // not registered: nothing is read
+    EXPECT_EQ(50, pLower->GetX());
+    m_pMgr->ReloadDialog(2);
+    EXPECT_EQ(50, pLower->GetX());
+    EXPECT_EQ(7, pUpper->GetX());
+    m_pMgr->ReloadLayout();
+    EXPECT_EQ(5, pLower->GetX());
+}
+
+TEST_F(ServicesTest, TheLogicFileFollowsTheResolutionIndex)
+{
+    m_root.Write("ini/guilogic.ini", "[0-1-3]\nx=1\ny=0\nw=10\nh=10\n");
+    m_root.Write("ini/guilogic_800.ini", "[0-1-3]\nx=800\ny=0\nw=10\nh=10\n");
+    m_root.Write("ini/guilogic_640.ini", "[0-1-3]\nx=640\ny=0\nw=10\nh=10\n");
+    QzPlatform::CQzScreenAdapter& adapter = QzPlatform::GetScreenAdapter();
+    auto variantX = [this]
+    {
+        QzGui::IQzGuiWndInfo* pInfo = m_pMgr->GetInfoMgr()->GetWndInfo(0, 1, 1, 3);
+        return pInfo ? static_cast<int>(pInfo->GetX()) : -1;
+    };
+
+    adapter.SetResolutionIndex(1);
+    m_pMgr->LoadGuiLogic();
+    EXPECT_EQ(800, variantX());
+    adapter.SetResolutionIndex(2);
+    m_pMgr->LoadGuiLogic();
+    EXPECT_EQ(640, variantX());
+    adapter.SetResolutionIndex(0);
+    m_pMgr->LoadGuiLogic();
+    EXPECT_EQ(1, variantX());
+    adapter.SetResolutionIndex(7);
+    m_pMgr->LoadGuiLogic();
+    EXPECT_EQ(1, variantX());
+    adapter.Reset();
+}
+
+TEST_F(ServicesTest, CloseDialogsHidesWhatAgreesAndStopsFlyingAtOnce)
+{
+    ProbeDialog* pPlain = AddDialog(1);
+    ProbeDialog* pStays = AddDialog(2);
+    pStays->autoClose = 0;
+    ProbeDialog* pFlying = AddDialog(7); // flies in from the left at 10 pixels a frame
+    m_pMgr->Show();
+    ASSERT_TRUE(pFlying->IsFlying());
+
+    m_pMgr->CloseDialogs(5);
+    EXPECT_FALSE(pPlain->IsWindowVisible());
+    EXPECT_TRUE(pStays->IsWindowVisible());
+    EXPECT_FALSE(pFlying->IsWindowVisible());
+}
+
+TEST_F(ServicesTest, BroadcastAsksVisibleDialogsOnBothListsTwice)
+{
+    ProbeDialog* pPlain = AddDialog(1);
+    ProbeDialog* pTopmost = AddDialog(3);
+    ProbeDialog* pHidden = AddDialog(2, false);
+    for (ProbeDialog* pDialog : {pPlain, pTopmost, pHidden})
+        pDialog->canHandle = 1;
+
+    m_pMgr->BroadcastEvent(42);
+    EXPECT_EQ(1, pPlain->handled);
+    EXPECT_EQ(2, pTopmost->asked);
+    EXPECT_EQ(2, pTopmost->handled);
+    EXPECT_EQ(0, pHidden->asked);
+
+    pPlain->canHandle = 0;
+    m_pMgr->BroadcastEvent(42);
+    EXPECT_EQ(2, pPlain->asked);
+    EXPECT_EQ(1, pPlain->handled);
+}
+
+TEST_F(ServicesTest, SplitTextCutsAtBackslashBBeforeBackslashN)
+{
+    std::vector<std::string> lines = {"old"};
+    int longest = -1;
+    m_pMgr->SplitText("a\\nb\\bc", lines, longest);
+    EXPECT_EQ((std::vector<std::string>{"a\\nb", "c"}), lines);
+    EXPECT_EQ(4, longest);
+
+    m_pMgr->SplitText("one\\ntwo22\\n", lines, longest);
+    EXPECT_EQ((std::vector<std::string>{"one", "two22", ""}), lines);
+    EXPECT_EQ(5, longest);
+
+    m_pMgr->SplitText("", lines, longest);
+    m_pMgr->SplitText(nullptr, lines, longest);
+    EXPECT_EQ(3u, lines.size());
+    EXPECT_EQ(5, longest);
+
+    std::string huge(3000, 'x');
+    m_pMgr->SplitText(huge.c_str(), lines, longest);
+    EXPECT_EQ(1024, longest);
+}
+
+TEST_F(ServicesTest, TheActiveDialogFallsBackToTheTopmostVisibleOne)
+{
+    ProbeDialog* pLower = AddDialog(1);
+    ProbeDialog* pUpper = AddDialog(2);
+    m_pMgr->BringToTop(pLower);
+    EXPECT_EQ(pLower, m_pMgr->GetActiveDialog());
+    pLower->ShowWindow(SW_HIDE);
+    EXPECT_EQ(pUpper, m_pMgr->GetActiveDialog());
+    pUpper->ShowWindow(SW_HIDE);
+    EXPECT_EQ(nullptr, m_pMgr->GetActiveDialog());
+}
+
+TEST(GuiMgrFont, SizesOutside12To18Become14)
+{
+    QzTest::Harness harness;
+    QzPlatform::CQzScreenAdapter& adapter = QzPlatform::GetScreenAdapter();
+    const std::pair<int, int> cases[] = {{20, 14}, {12, 12}, {18, 18}, {11, 14}};
+    for (auto [given, expected] : cases)
+    {
+        adapter.SetFontSize(given);
+        IQzGuiMgrPtr pMgr(QzGui::CreateGuiMgr());
+        auto* pGuiMgr = static_cast<CQzGuiMgr*>(pMgr.get());
+        QzPlatform::FontDescription font;
+        ASSERT_TRUE(QzPlatform::GetFontDescription(pGuiMgr->GetFont(), &font));
+        EXPECT_EQ(expected, font.height) << given;
+        EXPECT_EQ(pGuiMgr->GetFont(), pGuiMgr->GetFont());
+        EXPECT_EQ(FW_DONTCARE, font.weight);
+        EXPECT_EQ(static_cast<DWORD>(GB2312_CHARSET), font.charSet);
+        EXPECT_FALSE(font.italic || font.underline || font.strikeOut);
+        EXPECT_EQ(CMyBitmap::GetDefaultFontName(), font.faceName);
+    }
+    adapter.Reset();
+}
+
+TEST(GuiMgrFont, WithoutAnAdapterSizeTheDataTableGivesIt)
+{
+    QzTest::Harness harness;
+    QzTest::TempDataDir root;
+    root.Write("ini/StringTable.ini", "10461=16\n");
+    QzPlatform::GetScreenAdapter().SetFontName("Kai");
+    IQzGuiMgrPtr pMgr(QzGui::CreateGuiMgr());
+    auto* pGuiMgr = static_cast<CQzGuiMgr*>(pMgr.get());
+    QzPlatform::FontDescription font;
+    ASSERT_TRUE(QzPlatform::GetFontDescription(pGuiMgr->GetFont(), &font));
+    EXPECT_EQ(16, font.height);
+    EXPECT_EQ("Kai", font.faceName);
+    EXPECT_STREQ("Kai", pGuiMgr->GetFontFace());
+    QzPlatform::GetScreenAdapter().Reset();
+}
+
+TEST(GuiMgrLifetime, TheHelperLivesWhileAManagerIsRegistered)
+{
+    QzTest::Harness harness;
+    QzTest::TempDataDir root;
+    root.Write("ini/Test.ini", kLayout);
+    ASSERT_EQ(nullptr, QzGui::CQzGuiHelper::Instance());
+    IQzGuiMgrPtr first(QzGui::CreateGuiMgr());
+    QzGui::CQzGuiHelper* pHelper = QzGui::CQzGuiHelper::Instance();
+    ASSERT_NE(nullptr, pHelper);
+    EXPECT_EQ(pHelper, QzGui::GetGuiHelper());
+
+    pHelper->DebugOn();
+    EXPECT_EQ(1, first->GetDebugMode());
+    IQzGuiMgrPtr second(QzGui::CreateGuiMgr());
+    second->Init(GetModuleHandleA(nullptr), harness.MainWindow(), 100, "Test.ini");
+    EXPECT_EQ(1, second->GetDebugMode());
+
+    first.reset();
+    EXPECT_EQ(pHelper, QzGui::CQzGuiHelper::Instance());
+    EXPECT_NE(nullptr, g_pQzEditSingle);
+    second.reset();
+    EXPECT_EQ(nullptr, QzGui::CQzGuiHelper::Instance());
+    EXPECT_EQ(nullptr, g_pQzEditSingle);
+
+    IQzGuiMgrPtr third(QzGui::CreateGuiMgr());
+    ASSERT_NE(nullptr, QzGui::CQzGuiHelper::Instance());
+    EXPECT_FALSE(QzGui::CQzGuiHelper::Instance()->IsDebugOn());
+    third->Init(GetModuleHandleA(nullptr), harness.MainWindow(), 100, "Test.ini");
+    EXPECT_EQ(0, third->GetDebugMode());
+}
+
+TEST(GuiMgrLifetime, NullManagersAreReportedByTheHelper)
+{
+    QzTest::Harness harness;
+    IQzGuiMgrPtr pMgr(QzGui::CreateGuiMgr());
+    QzGui::CQzGuiHelper* pHelper = QzGui::CQzGuiHelper::Instance();
+    EXPECT_FALSE(pHelper->RegisterMgr(nullptr));
+    pHelper->UnregisterMgr(nullptr);
+    pHelper->SetDebugTarget(nullptr, nullptr);
+    const auto& asserts = harness.Log().Asserts();
+    ASSERT_EQ(2u, asserts.size());
+    EXPECT_EQ("pQzGuiMgr != NULL", asserts[0].expression);
+    EXPECT_EQ("QzGuiHelper", asserts[0].source);
+    EXPECT_EQ(102, asserts[0].line);
+    EXPECT_EQ(115, asserts[1].line);
+
+    // A manager that never registered leaves the helper alone when released.
+    (new CQzGuiMgr)->Release();
+    EXPECT_EQ(pHelper, QzGui::CQzGuiHelper::Instance());
+}
+
+} // namespace
+
+} // namespace QzGuiManagerTest

@@ -1,6 +1,7 @@
 #include "DemoHost.h"
 
 #include "CCairoDevice.h"
+#include "framework/IQzGuiHelper.h"
 #include "platform/render/IRenderDevice.h"
 #include "platform/system/QzCodePage.h"
 #include "platform/system/QzHost.h"
@@ -12,6 +13,22 @@ namespace
 
 const wchar_t* const kClassName = L"QzGuiDemoHost";
 const DWORD kFrameMs = 16;
+const char* const kLayoutFile = "DemoLayout.ini";
+const DWORD kFlyingDialogId = 300;
+// F5 flies the flying window in or out.
+const int kFlyKey = VK_F5;
+
+// The windows of the sample layout besides the showcase: id and label.
+struct DemoDialog
+{
+    DWORD nId;
+    const char* pszLabel;
+};
+const DemoDialog kDialogs[] = {
+    {201, "1 centred, margins"}, {202, "2 stretched"}, {203, "0 plain, offsets"},
+    {204, "4 animation group"},  {205, "6 outline"},   {206, "5 bitmap file"},
+    {300, "Flies in (F5)"},      {400, "Topmost"},
+};
 
 bool MakeFolder(const std::string& path)
 {
@@ -41,12 +58,24 @@ CDemoHost::CDemoHost(int width, int height)
 
 CDemoHost::~CDemoHost()
 {
+    // The host unregisters its dialogs and deletes them before it releases the manager.
+    if (m_pGuiMgr)
+    {
+        m_pGuiMgr->RemoveDialog(&m_showcase);
+        for (auto& dialog : m_vecDialogs)
+            m_pGuiMgr->RemoveDialog(dialog.get());
+    }
+    m_vecDialogs.clear();
+    m_pFlyingDialog = nullptr;
+    if (m_pGuiMgr)
+        m_pGuiMgr->Release();
+    m_pGuiMgr = nullptr;
     if (m_hWnd)
         DestroyWindow(m_hWnd);
     QzPlatform::SetRenderDevice(nullptr);
 }
 
-bool CDemoHost::Create()
+bool CDemoHost::Create(bool bDebug)
 {
     WNDCLASSW wc = {};
     wc.lpfnWndProc = &CDemoHost::WindowProc;
@@ -57,13 +86,62 @@ bool CDemoHost::Create()
     if (!m_hWnd)
         return false;
     SetWindowLongPtrW(m_hWnd, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+    m_pGuiMgr = QzGui::CreateGuiMgr();
+    if (!m_pGuiMgr ||
+        !m_pGuiMgr->Init(GetModuleHandleA(nullptr), m_hWnd, CShowcaseDialog::kId, kLayoutFile))
+        return false;
+    if (bDebug)
+        QzGui::GetGuiHelper()->DebugOn();
+    AddDialogs();
     return true;
+}
+
+void CDemoHost::AddDialogs()
+{
+    m_pGuiMgr->AddDialog(&m_showcase, nullptr, false);
+    m_showcase.ShowWindow(SW_SHOW);
+    for (const DemoDialog& entry : kDialogs)
+    {
+        m_vecDialogs.push_back(std::make_unique<CLabelDialog>(entry.nId, entry.pszLabel));
+        CLabelDialog* dialog = m_vecDialogs.back().get();
+        m_pGuiMgr->AddDialog(dialog, nullptr, false);
+        if (entry.nId == kFlyingDialogId)
+            m_pFlyingDialog = dialog;
+        else
+            dialog->ShowWindow(SW_SHOW);
+    }
+}
+
+void CDemoHost::ToggleFlyingDialog()
+{
+    if (!m_pFlyingDialog)
+        return;
+    m_pFlyingDialog->ShowWindow(m_pFlyingDialog->IsWindowVisible() ? SW_HIDE : SW_SHOW);
+}
+
+LRESULT CDemoHost::OnHostMessage(UINT message, WPARAM wParam, LPARAM lParam)
+{
+    if (m_pGuiMgr && m_pGuiMgr->OnMessage(message, wParam, lParam))
+        return 1;
+    // What no window took belongs to the game: here, a key that flies a window and the
+    // characters the showcase prints.
+    if (message == WM_KEYDOWN && wParam == static_cast<WPARAM>(kFlyKey))
+    {
+        ToggleFlyingDialog();
+        return 1;
+    }
+    if (message == WM_CHAR)
+    {
+        m_showcase.OnChar(static_cast<wchar_t>(wParam));
+        return 1;
+    }
+    return 0;
 }
 
 LRESULT CALLBACK CDemoHost::WindowProc(HWND hWnd, UINT message, WPARAM wParam, LPARAM lParam)
 {
     auto* host = reinterpret_cast<CDemoHost*>(GetWindowLongPtrW(hWnd, GWLP_USERDATA));
-    if (host && host->m_scene.OnMessage(message, wParam, lParam))
+    if (host && host->OnHostMessage(message, wParam, lParam))
         return 0;
     return DefWindowProcW(hWnd, message, wParam, lParam);
 }
@@ -79,7 +157,8 @@ void CDemoHost::RunFrame()
 {
     PumpMessages();
     m_pDevice->BeginFrame();
-    m_scene.Draw();
+    if (m_pGuiMgr)
+        m_pGuiMgr->Show();
     m_pDevice->EndFrame();
 }
 

@@ -1,14 +1,19 @@
-// The demo's game client: its main window, its message pump and its frame loop. Every message
-// of the main window goes to the scene, the way a game passes its messages to the GUI.
+// The demo's game client: its main window, its message pump and its frame loop, the GUI
+// manager with the sample layout, and the client's dialogs. Every message of the main window
+// goes to the manager first, the way a game passes its messages to the GUI.
 #pragma once
 
-#include "DemoScene.h"
 #include "DemoScript.h"
+#include "LabelDialog.h"
+#include "ShowcaseDialog.h"
+
+#include "framework/IQzGuiMgr.h"
 
 #include "platform/system/QzSystem.h"
 
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace QzPlatform
 {
@@ -23,7 +28,8 @@ public:
     CDemoHost(const CDemoHost&) = delete;
     CDemoHost& operator=(const CDemoHost&) = delete;
 
-    bool Create();
+    // Creates the main window and the manager, and registers the dialogs of the sample layout.
+    bool Create(bool bDebug);
     HWND GetWindow() const { return m_hWnd; }
     QzPlatform::CCairoDevice& GetDevice() { return *m_pDevice; }
 
@@ -38,10 +44,16 @@ private:
     void PumpMessages();
     void RunStep(const DemoStep& step);
     void PostMouse(UINT message, int x, int y, WPARAM keys);
+    LRESULT OnHostMessage(UINT message, WPARAM wParam, LPARAM lParam);
+    void AddDialogs();
+    void ToggleFlyingDialog();
 
     int m_nWidth;
     int m_nHeight;
     HWND m_hWnd = nullptr;
     std::unique_ptr<QzPlatform::CCairoDevice> m_pDevice;
-    CDemoScene m_scene;
+    QzGui::IQzGuiMgr* m_pGuiMgr = nullptr;
+    CShowcaseDialog m_showcase;
+    std::vector<std::unique_ptr<CLabelDialog>> m_vecDialogs;
+    CLabelDialog* m_pFlyingDialog = nullptr;
 };

@@ -17,7 +17,7 @@ bool ReadSize(const char* text, int& width, int& height)
 const char* DemoUsage()
 {
     return "usage: qzgui-demo [--headless] [--out DIR] [--data DIR] [--script FILE]\n"
-           "                  [--size WxH]\n";
+           "                  [--size WxH] [--debug]\n";
 }
 
 DemoOptions ParseDemoOptions(int argc, char** argv)
@@ -29,6 +29,8 @@ DemoOptions ParseDemoOptions(int argc, char** argv)
         const bool hasValue = i + 1 < argc;
         if (std::strcmp(arg, "--headless") == 0)
             options.bHeadless = true;
+        else if (std::strcmp(arg, "--debug") == 0)
+            options.bDebug = true;
         else if (std::strcmp(arg, "--out") == 0 && hasValue)
             options.strOutDir = argv[++i];
         else if (std::strcmp(arg, "--data") == 0 && hasValue)

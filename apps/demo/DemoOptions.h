@@ -11,6 +11,7 @@ struct DemoOptions
     std::string strScript;  // the bundle's showcase script when empty
     int nWidth = 1024;
     int nHeight = 768;
+    bool bDebug = false;  // the GUI helper's layout debugging tools
     std::string strError; // set when the command line is wrong
 };
 

@@ -15,6 +15,7 @@ int KeyFromName(const std::string& name)
         {"ESCAPE", 0x1B}, {"SPACE", 0x20}, {"PRIOR", 0x21},  {"NEXT", 0x22},  {"END", 0x23},
         {"HOME", 0x24},   {"LEFT", 0x25},  {"UP", 0x26},     {"RIGHT", 0x27}, {"DOWN", 0x28},
         {"DELETE", 0x2E}, {"F1", 0x70},    {"F2", 0x71},     {"F3", 0x72},    {"F4", 0x73},
+        {"F5", 0x74},
     };
     auto found = keys.find(name);
     if (found != keys.end())

@@ -74,7 +74,7 @@ int main(int argc, char** argv)
         return 1;
     }
     CDemoHost host(options.nWidth, options.nHeight);
-    if (!host.Create())
+    if (!host.Create(options.bDebug))
     {
         std::fprintf(stderr, "qzgui-demo: cannot create the main window\n");
         return 1;

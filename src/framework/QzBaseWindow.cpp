@@ -105,8 +105,11 @@ CQzBaseWindow::CQzBaseWindow() = default;
 
 CQzBaseWindow::~CQzBaseWindow()
 {
-    if (CQzGuiMgr* pMgr = GetMgr())
-        pMgr->ForgetWindow(this);
+    // A host may delete its windows after it released the manager: only a manager that is
+    // still registered with the GUI helper is alive to be told.
+    CQzGuiHelper* pHelper = CQzGuiHelper::Instance();
+    if (m_pQzGuiMgr && pHelper && pHelper->IsRegistered(m_pQzGuiMgr))
+        GetMgr()->ForgetWindow(this);
     delete m_pBackEffect;
     delete m_pFrontEffect;
     if (m_pBackBitmap)
@@ -134,7 +137,8 @@ IQzGuiMgr* CQzBaseWindow::GetGuiMgr()
 
 CQzGuiMgr* CQzBaseWindow::GetMgr() const
 {
-    return dynamic_cast<CQzGuiMgr*>(m_pQzGuiMgr);
+    // Every manager is made by CreateGuiMgr: the interface is always a CQzGuiMgr.
+    return static_cast<CQzGuiMgr*>(m_pQzGuiMgr);
 }
 
 CQzGuiMgr* CQzBaseWindow::RequireMgr()

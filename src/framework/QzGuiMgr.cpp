@@ -9,10 +9,12 @@
 #include "platform/services/QzGameData.h"
 #include "platform/services/QzScreenAdapter.h"
 #include "platform/services/QzTextDraw.h"
+#include "platform/system/QzPathResolve.h"
 #include "textinput/QzEditSingle.h"
 
 #include <algorithm>
 #include <cstring>
+#include <filesystem>
 #include <new>
 
 namespace QzGui
@@ -147,6 +149,13 @@ BOOL CQzGuiMgr::Init(HINSTANCE hInstance, HWND hWnd, int nDefaultDlgId, const ch
 
 void CQzGuiMgr::ReloadEffectPlacement()
 {
+    // The placement file is optional, like Cursor.ini and Rgn.dat: a bundle without 3D effects
+    // has none, and that is no error.
+    if (!std::filesystem::exists(QzPlatform::ResolvePath(kEffectPlacementFile)))
+    {
+        CGuiEffectInfo::Instance().Clear();
+        return;
+    }
     CGuiEffectInfo::Instance().Load(kEffectPlacementFile);
 }
 

@@ -1,6 +1,7 @@
 // Runs the demo on its sample bundle the way CI does and checks what a user would see in the
 // screenshots: the first button takes the hover and pressed looks of the sample buttons beside
-// it, and typing leaves the rest of the window as it was.
+// it, typing leaves the rest of the window as it was, a dragged window moves with the mouse,
+// and a window flies in to its place and away again.
 #include "support/ImageComparePng.h"
 
 #include <gtest/gtest.h>
@@ -107,4 +108,41 @@ TEST_F(DemoShowcase, InputChangesOnlyTheInteractivePartsOfTheWindow)
     }
     EXPECT_EQ(0, titleDiffs);
     EXPECT_GT(typedDiffs, 50);
+}
+
+// Counts the pixels of the rectangle that differ between a and b, with b read at an offset.
+static int CountDiffs(const QzTest::Image& a, const QzTest::Image& b, int left, int top, int right,
+                      int bottom, int dx = 0, int dy = 0)
+{
+    int diffs = 0;
+    for (int y = top; y < bottom; ++y)
+        for (int x = left; x < right; ++x)
+            diffs += a.At(x, y) != b.At(x + dx, y + dy) ? 1 : 0;
+    return diffs;
+}
+
+TEST_F(DemoShowcase, DraggedWindowMovesWithTheMouse)
+{
+    ASSERT_EQ(0, s_exitCode);
+    QzTest::Image start = Shot("01-start");
+    QzTest::Image dragged = Shot("06-dragged");
+    // The title and the first row of the showcase, 40 pixels right and down.
+    EXPECT_EQ(0, CountDiffs(start, dragged, 60, 50, 400, 140, 40, 40));
+    EXPECT_GT(CountDiffs(start, dragged, 60, 50, 400, 140), 100);
+}
+
+TEST_F(DemoShowcase, WindowFliesInToItsPlaceAndAwayAgain)
+{
+    ASSERT_EQ(0, s_exitCode);
+    QzTest::Image before = Shot("07-row-on-top");
+    QzTest::Image flying = Shot("08-flying-in");
+    QzTest::Image arrived = Shot("09-flown-in");
+    QzTest::Image gone = Shot("11-flown-out");
+    // Its place (760, 40, 220 x 150) is empty before, still empty while it flies, taken once it
+    // arrived, and empty again after it flew out.
+    EXPECT_EQ(0, CountDiffs(before, flying, 762, 42, 978, 188));
+    EXPECT_GT(CountDiffs(before, arrived, 762, 42, 978, 188), 1000);
+    EXPECT_EQ(0, CountDiffs(before, gone, 762, 42, 978, 188));
+    // While it flies in it covers part of the showcase on its way.
+    EXPECT_GT(CountDiffs(before, flying, 80, 42, 760, 188), 1000);
 }

@@ -25,9 +25,10 @@ struct DemoDialog
     const char* pszLabel;
 };
 const DemoDialog kDialogs[] = {
-    {201, "1 centred, margins"}, {202, "2 stretched"}, {203, "0 plain, offsets"},
-    {204, "4 animation group"},  {205, "6 outline"},   {206, "5 bitmap file"},
-    {300, "Flies in (F5)"},      {400, "Topmost"},
+    {201, "1 centred, margins"}, {202, "2 stretched"},
+    {203, "0 plain, offsets"},   {204, "4 animation group"},
+    {205, "6 outline"},          {206, "5 bitmap file"},
+    {300, "Flies in (F5)"},      {400, "Topmost, front effect"},
 };
 
 bool MakeFolder(const std::string& path)

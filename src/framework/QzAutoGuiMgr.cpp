@@ -1,5 +1,8 @@
 #include "framework/QzAutoGuiMgr.h"
 
+#include "controls/QzButton.h"
+#include "controls/QzImage.h"
+#include "controls/QzStatic.h"
 #include "framework/QzDialog.h"
 #include "framework/QzGuiMgr.h"
 #include "layout/QzGuiInfoMgr.h"
@@ -75,12 +78,15 @@ CQzBaseWindow* CQzAutoGuiMgr::CreateWnd(int nType, DWORD nId)
         break;
     }
     case QZ_WND_BUTTON:
+        pWnd = new CQzButton;
+        break;
     case QZ_WND_IMAGE:
+        pWnd = new CQzImage;
+        break;
     case QZ_WND_STATIC:
     case QZ_WND_RECORD_STATIC:
-        // Buttons, images and statics are made here once their control classes exist; until
-        // then such records create nothing.
-        return nullptr;
+        pWnd = new CQzStatic;
+        break;
     default:
         return nullptr;
     }

@@ -59,17 +59,6 @@ public:
     static void DrawFirstFrame(const char* pszSection, int x, int y, BYTE byAlpha);
 
 private:
-    POINT DrawCentred(IDataAni* pAni, int nFrame) const;
-    POINT DrawStretched(IDataAni* pAni, int nFrame) const;
-    POINT DrawNineSlice(IDataAni* pAni, int nFrame) const;
-    POINT DrawPlain(IDataAni* pAni, int nFrame) const;
-    // A frame of the given size less the margins.
-    RECT MarginSource(int64_t nWidth, int64_t nHeight) const;
-    void DrawPart(IDataAni* pAni, int nFrame, const RECT& rcSource, int64_t x, int64_t y,
-                  int64_t nWidth, int64_t nHeight) const;
-    int64_t Width() const;
-    int64_t Height() const;
-
     QzBackLook m_look;
 };
 

@@ -842,13 +842,16 @@ void CQzBaseWindow::DrawBack()
 
 void CQzBaseWindow::DrawTextured()
 {
-    QzPlatform::CAniHandle handle;
-    QzPlatform::GetAniStore()->LoadAni(handle, kAniFile, m_strAniName.c_str());
+    // Looked up by name every frame and not kept, as the data set wants it; the frame count is
+    // taken before drawing, which may look up other sections.
+    IDataAni* pAni =
+        TableDataSetQuery()->GetAni(kAniFile, m_strAniName.c_str(), 0, kKeepAliveMs, 0);
+    const int nFrameCount = pAni ? pAni->GetFrameCount() : 0;
     const CQzBackDrawer drawer({m_rcWindow, m_ptPicOffset, m_ptPicOffset2, m_nOffsetFrame,
                                 m_rcAniOffset, m_wState, m_byAlpha});
     POINT ptDrawn = {0, 0};
-    if (DrawBackImage(drawer, handle.GetAni(), ptDrawn))
-        drawer.Report(ptDrawn, m_strAniName.c_str(), handle.GetFrameCount());
+    if (DrawBackImage(drawer, pAni, ptDrawn))
+        drawer.Report(ptDrawn, m_strAniName.c_str(), nFrameCount);
 }
 
 // The group, the bitmap (type 7, or type 5 given a "BackFile") or the section's frame; false

@@ -1,5 +1,6 @@
 #include "framework/QzDialog.h"
 
+#include "controls/QzCtrl.h"
 #include "framework/QzGuiMgr.h"
 #include "layout/IQzGuiWndInfo.h"
 #include "platform/services/QzAssert.h"
@@ -830,8 +831,10 @@ void CQzDialog::DrawHover()
         m_pHoverDlg->OnHoverDraw();
         m_pHoverDlg->DrawHover();
     }
-    // FIXME: m_pHoverCtrl draws its tip here (ShowTip of the control base) once the control
-    // base exists; drawn after every dialog, tips lie above all of them.
+    // The control under the mouse queues its tip; tips are drawn after every dialog, so they
+    // lie above all of them.
+    if (auto* pCtrl = dynamic_cast<CQzCtrl*>(m_pHoverCtrl))
+        pCtrl->ShowTip();
 }
 
 } // namespace QzGui

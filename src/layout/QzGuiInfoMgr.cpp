@@ -1,5 +1,6 @@
 #include "layout/QzGuiInfoMgr.h"
 
+#include "diagnostics/DumpRsc.h"
 #include "framework/QzGuiMgr.h"
 #include "layout/QzAniGroupReader.h"
 #include "layout/QzCursorReader.h"
@@ -10,6 +11,7 @@
 #include "platform/services/QzLog.h"
 #include "platform/services/QzText.h"
 
+#include <algorithm>
 #include <string>
 
 namespace QzGui
@@ -23,6 +25,13 @@ const char* const kCursorFile = "ini/Cursor.ini";
 const char* const kRegionFile = "ini/Rgn.dat";
 const char* const kExtendedFile = "ini/GUI_EX.ini";
 constexpr uint64_t kRootKey = 0;
+constexpr int kDialogType = 1;
+constexpr int kStaticType = 5;
+// Generated records place a dialog here and show their windows in this back mode until a
+// designer edits the section.
+constexpr int kGeneratedDialogPos = 200;
+constexpr int kGeneratedBackShowMode = 6;
+constexpr int kGeneratedFontSize = 12;
 
 std::string IniPath(const char* pszFile)
 {
@@ -42,6 +51,18 @@ bool FileExists(const char* pszPath)
 std::string DecimalText(int value)
 {
     return std::to_string(value);
+}
+
+// Dialog units to pixels of the layout, truncated toward zero.
+int ScaleDialogUnits(LONG nUnits)
+{
+    return static_cast<int>(nUnits * 1.8);
+}
+
+std::string SectionName(DWORD nParentId, DWORD nCtrlId)
+{
+    return std::to_string(static_cast<int>(nParentId)) + "-" +
+           std::to_string(static_cast<int>(nCtrlId));
 }
 
 } // namespace
@@ -208,38 +229,142 @@ IQzGuiWndInfo* CQzGuiInfoMgr::GetWndInfo(DWORD nParentId, DWORD nCtrlId, int nTy
 }
 
 // A window no file configures gets a record built from the dialog templates of the host's
-// resource module, appended to the layout file for a designer. The templates are read by the
-// dialog-template reader; none is attached to this manager, so no template describes the
-// window: the result is null, and nothing is logged.
+// resource module, appended to the layout file for a designer.
 CQzGuiWndInfo* CQzGuiInfoMgr::GenerateWndInfo(DWORD nParentId, DWORD nCtrlId, int nType)
 {
     if (!m_pGuiMgr)
         return nullptr;
+    RecordPtr pRecord = std::make_unique<CQzGuiWndInfo>();
+    pRecord->SetParentId(static_cast<int>(nParentId));
+    pRecord->SetCtrlId(static_cast<int>(nCtrlId));
+    const BOOL bGenerated = nType == kDialogType
+                                ? GenerateDialogInfo(nCtrlId, *pRecord)
+                                : GenerateCtrlInfo(nParentId, nCtrlId, nType, *pRecord);
+    if (!bGenerated)
+        return nullptr;
+    CQzGuiWndInfo* pGenerated = pRecord.get();
+    StoreRecord(MakeKey(nParentId, nCtrlId), std::move(pRecord));
+    QzPlatform::LogEvent(
+        "Control information no configuration!!!", "QzGuiInfoMgr", __LINE__,
+        {QzPlatform::LogInt("parent_id", nParentId), QzPlatform::LogInt("ctrl_id", nCtrlId)});
+    return pGenerated;
+}
+
+// A control takes the rectangle and caption of the item with its identifier in the template
+// of its dialog (the default dialog for parent 0).
+BOOL CQzGuiInfoMgr::GenerateCtrlInfo(DWORD nParentId, DWORD nCtrlId, int nType,
+                                     CQzGuiWndInfo& record)
+{
+    const CQzGuiMgr* pMgr = static_cast<const CQzGuiMgr*>(m_pGuiMgr);
+    const DWORD nDialogId =
+        nParentId != 0 ? nParentId : static_cast<DWORD>(pMgr->GetDefaultDlgId());
+    const DialogRscInfo* pDialog = FindDialogTemplate(nDialogId);
+    if (!pDialog)
+        return FALSE;
+    const auto item = std::find_if(pDialog->items.begin(), pDialog->items.end(),
+                                   [&](const DialogItemInfo& info) { return info.id == nCtrlId; });
+    if (item == pDialog->items.end())
+        return FALSE;
+    const int x = ScaleDialogUnits(item->rect.left);
+    const int y = ScaleDialogUnits(item->rect.top);
+    const int w = ScaleDialogUnits(item->rect.right - item->rect.left);
+    const int h = ScaleDialogUnits(item->rect.bottom - item->rect.top);
+    record.SetX(static_cast<WORD>(x));
+    record.SetY(static_cast<WORD>(y));
+    record.SetWidth(static_cast<WORD>(w));
+    record.SetHeight(static_cast<WORD>(h));
+    record.SetBackShowMode(kGeneratedBackShowMode);
+    record.SetFontSize(kGeneratedFontSize);
+    record.SetTitle(item->title.c_str());
+
+    const std::string section = SectionName(nParentId, nCtrlId);
+    const char* pszSection = section.c_str();
+    WriteLayoutKey(pszSection, nullptr, nullptr);
+    WriteLayoutKey(pszSection, "x", DecimalText(x).c_str());
+    WriteLayoutKey(pszSection, "y", DecimalText(y).c_str());
+    WriteLayoutKey(pszSection, "w", DecimalText(w).c_str());
+    WriteLayoutKey(pszSection, "h", DecimalText(h).c_str());
+    WriteLayoutKey(pszSection, "type", DecimalText(nType).c_str());
+    WriteLayoutKey(pszSection, "BackShowMode", DecimalText(kGeneratedBackShowMode).c_str());
+    if (!item->title.empty())
+        WriteLayoutKey(pszSection, "Title", item->title.c_str());
+    if (nType == kStaticType)
+    {
+        record.AddFlags(WNDINFO_FLAG_FONTSIZE);
+        WriteLayoutKey(pszSection, "FontSize", DecimalText(kGeneratedFontSize).c_str());
+        return TRUE;
+    }
+    // Other controls show a draggable placeholder in the file; the record keeps back mode 6
+    // and no animation section.
+    WriteLayoutKey(pszSection, "BackShowMode", "0");
+    WriteLayoutKey(pszSection, "AniSection", "Public_Drag1Btn");
+    return TRUE;
+}
+
+// A dialog takes the size of its template at a fixed place.
+BOOL CQzGuiInfoMgr::GenerateDialogInfo(DWORD nDialogId, CQzGuiWndInfo& record)
+{
+    const DialogRscInfo* pDialog = FindDialogTemplate(nDialogId);
+    if (!pDialog)
+        return FALSE;
+    const int w = ScaleDialogUnits(pDialog->rect.right - pDialog->rect.left);
+    const int h = ScaleDialogUnits(pDialog->rect.bottom - pDialog->rect.top);
+    record.SetX(static_cast<WORD>(kGeneratedDialogPos));
+    record.SetY(static_cast<WORD>(kGeneratedDialogPos));
+    record.SetWidth(static_cast<WORD>(w));
+    record.SetHeight(static_cast<WORD>(h));
+    record.SetStyle(0);
+    record.SetBackShowMode(kGeneratedBackShowMode);
+
+    const std::string section = SectionName(0, nDialogId);
+    const char* pszSection = section.c_str();
+    WriteLayoutKey(pszSection, nullptr, nullptr);
+    WriteLayoutKey(pszSection, "x", DecimalText(kGeneratedDialogPos).c_str());
+    WriteLayoutKey(pszSection, "y", DecimalText(kGeneratedDialogPos).c_str());
+    WriteLayoutKey(pszSection, "w", DecimalText(w).c_str());
+    WriteLayoutKey(pszSection, "h", DecimalText(h).c_str());
+    WriteLayoutKey(pszSection, "Style", "1");
+    WriteLayoutKey(pszSection, "BackShowMode", DecimalText(kGeneratedBackShowMode).c_str());
+    return TRUE;
+}
+
+const DialogRscInfo* CQzGuiInfoMgr::FindDialogTemplate(DWORD nDialogId)
+{
     EnsureIniFile();
-    return nullptr;
+    const HINSTANCE hInstance = static_cast<const CQzGuiMgr*>(m_pGuiMgr)->GetInstance();
+    if (!hInstance)
+        return nullptr;
+    if (!m_pDumpRsc)
+        m_pDumpRsc = std::make_unique<CDumpRsc>();
+    return m_pDumpRsc->FindDialogRsc(hInstance, nDialogId);
+}
+
+// Writes into the layout file; a null key deletes the section, so that it starts empty.
+void CQzGuiInfoMgr::WriteLayoutKey(const char* pszSection, const char* pszKey,
+                                   const char* pszValue) const
+{
+    QzPlatform::IniWriteString(pszSection, pszKey, pszValue,
+                               IniPath(m_strLayoutFile.c_str()).c_str());
 }
 
 BOOL CQzGuiInfoMgr::WriteWndSection(const char* pszSection, int x, int y, int w, int h, int nType,
                                     const char* pszTitle, const char* pszAniSection, int nCaptionId)
 {
-    const std::string path = IniPath(m_strLayoutFile.c_str());
-    const char* pszPath = path.c_str();
     // Deleting the section first leaves exactly the keys written below.
-    QzPlatform::IniWriteString(pszSection, nullptr, nullptr, pszPath);
-    QzPlatform::IniWriteString(pszSection, "x", DecimalText(x).c_str(), pszPath);
-    QzPlatform::IniWriteString(pszSection, "y", DecimalText(y).c_str(), pszPath);
-    QzPlatform::IniWriteString(pszSection, "w", DecimalText(w).c_str(), pszPath);
-    QzPlatform::IniWriteString(pszSection, "h", DecimalText(h).c_str(), pszPath);
-    QzPlatform::IniWriteString(pszSection, "type", DecimalText(nType).c_str(), pszPath);
+    WriteLayoutKey(pszSection, nullptr, nullptr);
+    WriteLayoutKey(pszSection, "x", DecimalText(x).c_str());
+    WriteLayoutKey(pszSection, "y", DecimalText(y).c_str());
+    WriteLayoutKey(pszSection, "w", DecimalText(w).c_str());
+    WriteLayoutKey(pszSection, "h", DecimalText(h).c_str());
+    WriteLayoutKey(pszSection, "type", DecimalText(nType).c_str());
     if (pszTitle)
-        QzPlatform::IniWriteString(pszSection, "Title", pszTitle, pszPath);
-    if (nType == 5)
-        QzPlatform::IniWriteString(pszSection, "FontSize", "12", pszPath);
+        WriteLayoutKey(pszSection, "Title", pszTitle);
+    if (nType == kStaticType)
+        WriteLayoutKey(pszSection, "FontSize", "12");
     if (pszAniSection)
-        QzPlatform::IniWriteString(pszSection, "AniSection", pszAniSection, pszPath);
+        WriteLayoutKey(pszSection, "AniSection", pszAniSection);
     if (nCaptionId != 0)
-        QzPlatform::IniWriteString(pszSection, "CaptionID", DecimalText(nCaptionId).c_str(),
-                                   pszPath);
+        WriteLayoutKey(pszSection, "CaptionID", DecimalText(nCaptionId).c_str());
     return TRUE;
 }
 

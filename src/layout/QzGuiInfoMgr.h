@@ -23,6 +23,9 @@
 #include <utility>
 #include <vector>
 
+class CDumpRsc;
+struct DialogRscInfo;
+
 namespace QzGui
 {
 
@@ -110,7 +113,16 @@ private:
     void MarkRegion(uint64_t nKey, CQzGuiWndInfo& record) const;
     void FitRootToScreen();
     void LoadOptionalTables();
+
+    // Generation of the records of windows that no layout file configures, from the dialog
+    // templates of the GUI manager's resource module; each also writes the record's section
+    // into the layout file.
     CQzGuiWndInfo* GenerateWndInfo(DWORD nParentId, DWORD nCtrlId, int nType);
+    BOOL GenerateCtrlInfo(DWORD nParentId, DWORD nCtrlId, int nType, CQzGuiWndInfo& record);
+    BOOL GenerateDialogInfo(DWORD nDialogId, CQzGuiWndInfo& record);
+    // The template of the dialog, read by the dialog-resource reader (made on first use).
+    const DialogRscInfo* FindDialogTemplate(DWORD nDialogId);
+    void WriteLayoutKey(const char* pszSection, const char* pszKey, const char* pszValue) const;
 
     // Section callbacks of the layout and extended readers. pPending holds the section's
     // record when it is new; a record the table already holds is refilled in place.
@@ -135,6 +147,7 @@ private:
     RecordTable m_mapVariantRecord;
     // Records taken out of the tables by reloads and replacements, alive until ClearAll.
     std::vector<RecordPtr> m_vecRetired;
+    std::unique_ptr<CDumpRsc> m_pDumpRsc;
 };
 
 } // namespace QzGui

@@ -13,22 +13,13 @@ CDataAni::CDataAni(const AniSectionSpec& desc)
                                  frame);
 }
 
-CDataFrame* CDataAni::Find(int index)
-{
-    if (index < 0 || index >= GetFrameCount())
-        return nullptr;
-    return &m_vecFrames[static_cast<size_t>(index)];
-}
-
 BOOL CDataAni::ShowAni(int frame, int x, int y, int, int, float scale, uint8_t alpha)
 {
     CDataFrame* pFrame = Find(frame);
     if (!pFrame)
         return FALSE;
-    return pFrame->Draw(nullptr, x, y, pFrame->GetFrameWidth(), pFrame->GetFrameHeight(), alpha,
-                        scale)
-               ? TRUE
-               : FALSE;
+    const SizeI frameSize = pFrame->GetSize();
+    return pFrame->Draw(nullptr, x, y, frameSize.cx, frameSize.cy, alpha, scale) ? TRUE : FALSE;
 }
 
 BOOL CDataAni::ShowAniEx(int frame, int x, int y, const RECT* source, int width, int height, int,
@@ -47,8 +38,9 @@ BOOL CDataAni::GetAniSize(C3_SIZE& size, int frame)
     CDataFrame* pFrame = Find(frame);
     if (!pFrame)
         return FALSE;
-    size.iWidth = pFrame->GetFrameWidth();
-    size.iHeight = pFrame->GetFrameHeight();
+    const SizeI frameSize = pFrame->GetSize();
+    size.iWidth = frameSize.cx;
+    size.iHeight = frameSize.cy;
     return TRUE;
 }
 

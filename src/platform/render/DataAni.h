@@ -25,7 +25,13 @@ public:
     BOOL GetAniSize(C3_SIZE& size, int frame) override;
 
 private:
-    CDataFrame* Find(int index);
+    // Null for an index outside the section. Asked for on every draw of a window, so inline.
+    CDataFrame* Find(int index)
+    {
+        if (index < 0 || index >= GetFrameCount())
+            return nullptr;
+        return &m_vecFrames[static_cast<size_t>(index)];
+    }
 
     std::vector<CDataFrame> m_vecFrames;
 };

@@ -25,10 +25,11 @@ public:
     bool Draw(const RECT* source, int x, int y, int width, int height, uint8_t alpha,
               float scale) const;
 
-private:
-    // The atlas rectangle's size, or the image's; 0 x 0 without an image.
+    // The atlas rectangle's size, or the image's; 0 x 0 without an image. One question to the
+    // device for both sides.
     SizeI GetSize() const;
 
+private:
     CDeviceTexture m_texture;
     bool m_bHasRect;
     RectI m_rcAtlas;

@@ -2,7 +2,8 @@
 
 #include "platform/services/QzStringTable.h"
 
-#include <cctype>
+#include <cstring>
+#include <string_view>
 
 namespace QzPlatform
 {
@@ -10,21 +11,55 @@ namespace QzPlatform
 namespace
 {
 
-const DWORD kPurgeIntervalMs = 1000;
-
-// Windows names: either slash, any letter case.
-std::string NameKey(const char* name)
+// Windows names: either slash, any letter case. Only ASCII letters fold; the other bytes (those
+// of multi-byte names among them) stay as they are. Branch-free, so that folding vectorises.
+char FoldChar(char c)
 {
-    std::string key(name);
-    for (char& c : key)
-        c = c == '\\' ? '/' : static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-    return key;
+    const unsigned char u = static_cast<unsigned char>(c);
+    const unsigned char lower = static_cast<unsigned char>(u - 'A') < 26u ? u + ('a' - 'A') : u;
+    return static_cast<char>(u == '\\' ? '/' : lower);
 }
 
-std::string SectionKey(const std::string& fileKey, const char* section)
+void FoldInto(char* pOut, const char* pszText, size_t nLength)
 {
-    return fileKey + '\n' + NameKey(section);
+    for (size_t i = 0; i < nLength; ++i)
+        pOut[i] = FoldChar(pszText[i]);
 }
+
+// The cache key of a section: the file key, '\n', the section key. Sections are looked up on
+// every draw, so the key is built in a buffer on the stack; only names too long for it take the
+// heap.
+class CSectionKey
+{
+public:
+    CSectionKey(const char* file, const char* section)
+        : m_nFileLength(std::strlen(file)), m_nLength(m_nFileLength + 1 + std::strlen(section))
+    {
+        char* pKey = m_szBuffer;
+        if (m_nLength > sizeof(m_szBuffer))
+        {
+            m_strLong.resize(m_nLength);
+            pKey = &m_strLong[0];
+        }
+        FoldInto(pKey, file, m_nFileLength);
+        pKey[m_nFileLength] = '\n';
+        FoldInto(pKey + m_nFileLength + 1, section, m_nLength - m_nFileLength - 1);
+    }
+    CSectionKey(const CSectionKey&) = delete;
+    CSectionKey& operator=(const CSectionKey&) = delete;
+
+    std::string_view Key() const
+    {
+        return m_strLong.empty() ? std::string_view(m_szBuffer, m_nLength) : m_strLong;
+    }
+    std::string FileKey() const { return std::string(Key().substr(0, m_nFileLength)); }
+
+private:
+    size_t m_nFileLength;
+    size_t m_nLength;
+    char m_szBuffer[192];
+    std::string m_strLong; // the whole key when it does not fit the buffer
+};
 
 } // namespace
 
@@ -36,36 +71,55 @@ CTableDataSet& CTableDataSet::Instance()
 
 IDataAni* CTableDataSet::GetAni(const char* file, const char* section, int, DWORD keepAliveMs, int)
 {
-    return GetSharedAni(file, section, keepAliveMs).get();
+    // The cache holds the section, so the caller needs no reference of its own.
+    CachedAni* pCached = Touch(file, section, keepAliveMs);
+    return pCached ? pCached->pAni.get() : nullptr;
 }
 
 std::shared_ptr<IDataAni> CTableDataSet::GetSharedAni(const char* file, const char* section,
                                                       DWORD keepAliveMs)
 {
+    CachedAni* pCached = Touch(file, section, keepAliveMs);
+    return pCached ? pCached->pAni : nullptr;
+}
+
+CTableDataSet::CachedAni* CTableDataSet::Touch(const char* file, const char* section,
+                                               DWORD keepAliveMs)
+{
     if (!file || !section)
         return nullptr;
     const DWORD now = timeGetTime();
-    const std::string fileKey = NameKey(file);
-    const std::string key = SectionKey(fileKey, section);
-    auto found = m_mapSections.find(key);
+    CachedAni* pCached = IsLastHit(file, section) ? m_pLastHit : Find(file, section);
+    if (!pCached)
+    {
+        PurgeExpired(now);
+        return nullptr;
+    }
+    // Touched before the purge: a section used now is never idle, so it is never the one dropped
+    // and the entry returned stays in place.
+    pCached->dwLastUse = now;
+    pCached->dwKeepAlive = keepAliveMs;
+    PurgeExpired(now);
+    return pCached;
+}
+
+CTableDataSet::CachedAni* CTableDataSet::Find(const char* file, const char* section)
+{
+    const CSectionKey key(file, section);
+    auto found = m_mapSections.find(key.Key());
     if (found == m_mapSections.end())
     {
-        std::shared_ptr<CDataAni> pAni = Build(fileKey, file, section);
+        std::shared_ptr<CDataAni> pAni = Build(key.FileKey(), file, section);
         if (!pAni)
-        {
-            PurgeExpired(now);
             return nullptr;
-        }
         CachedAni cached;
         cached.pAni = std::move(pAni);
-        found = m_mapSections.emplace(key, std::move(cached)).first;
+        found = m_mapSections.emplace(std::string(key.Key()), std::move(cached)).first;
     }
-    // Touched before the purge: a section used now is never idle, so it is never the one dropped.
-    found->second.dwLastUse = now;
-    found->second.dwKeepAlive = keepAliveMs;
-    std::shared_ptr<CDataAni> pResult = found->second.pAni;
-    PurgeExpired(now);
-    return pResult;
+    m_pLastHit = &found->second;
+    m_strLastFile.assign(file);
+    m_strLastSection.assign(section);
+    return m_pLastHit;
 }
 
 std::shared_ptr<CDataAni> CTableDataSet::Build(const std::string& fileKey, const char* file,
@@ -84,19 +138,19 @@ std::shared_ptr<CDataAni> CTableDataSet::Build(const std::string& fileKey, const
     return std::make_shared<CDataAni>(*pSpec);
 }
 
-void CTableDataSet::PurgeExpired(DWORD now)
+void CTableDataSet::PurgeNow(DWORD now)
 {
-    if (m_bPurged && static_cast<DWORD>(now - m_dwLastPurge) < kPurgeIntervalMs)
-        return;
     m_bPurged = true;
     m_dwLastPurge = now;
     for (auto it = m_mapSections.begin(); it != m_mapSections.end();)
     {
         const CachedAni& cached = it->second;
-        if (static_cast<DWORD>(now - cached.dwLastUse) > cached.dwKeepAlive)
-            it = m_mapSections.erase(it);
-        else
+        if (static_cast<DWORD>(now - cached.dwLastUse) <= cached.dwKeepAlive)
+        {
             ++it;
+            continue;
+        }
+        it = m_mapSections.erase(it);
     }
 }
 
@@ -104,7 +158,7 @@ bool CTableDataSet::IsCached(const char* file, const char* section) const
 {
     if (!file || !section)
         return false;
-    return m_mapSections.count(SectionKey(NameKey(file), section)) != 0;
+    return m_mapSections.find(CSectionKey(file, section).Key()) != m_mapSections.end();
 }
 
 const char* CTableDataSet::GetString(DWORD id)
@@ -119,6 +173,7 @@ IDataIcon* CTableDataSet::GetIconSet(int index)
 
 void CTableDataSet::Reload()
 {
+    m_pLastHit = nullptr;
     m_mapSections.clear();
     m_mapFiles.clear();
     m_bPurged = false;

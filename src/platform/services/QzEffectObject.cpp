@@ -4,6 +4,7 @@
 #include "platform/services/QzText.h"
 #include "platform/system/QzSystem.h"
 
+#include <climits>
 #include <cmath>
 #include <new>
 #include <string>
@@ -29,6 +30,17 @@ IDataAni* FindSection(const char* pszName)
 float RowLength(float a, float b, float c)
 {
     return std::sqrt(a * a + b * b + c * c);
+}
+
+// The value rounded to an int; false when it is not a number or lies outside the int range.
+// Placement data can scale and move a part anywhere: such a part is off every screen.
+bool RoundToInt(double value, int* pResult)
+{
+    const double rounded = std::round(value);
+    if (!(rounded >= static_cast<double>(INT_MIN) && rounded <= static_cast<double>(INT_MAX)))
+        return false;
+    *pResult = static_cast<int>(rounded);
+    return true;
 }
 
 // The sprite object: one looping animation section per part.
@@ -185,12 +197,17 @@ void CQzEffectObject::DrawPart(const Part& part, int x, int y)
     const D3DXMATRIX& m = part.matrix;
     const float fScaleX = RowLength(m._11, m._12, m._13);
     const float fScaleZ = RowLength(m._31, m._32, m._33);
-    const int nWidth = static_cast<int>(std::lround(size.iWidth * fScaleX));
-    const int nHeight = static_cast<int>(std::lround(size.iHeight * fScaleZ));
+    int nWidth = 0;
+    int nHeight = 0;
+    int nLeft = 0;
+    int nTop = 0;
+    if (!RoundToInt(size.iWidth * fScaleX, &nWidth) ||
+        !RoundToInt(size.iHeight * fScaleZ, &nHeight) ||
+        !RoundToInt(x + std::round(static_cast<double>(m._41)), &nLeft) ||
+        !RoundToInt(y + std::round(static_cast<double>(m._43)), &nTop))
+        return;
     if (nWidth <= 0 || nHeight <= 0)
         return;
-    const int nLeft = x + static_cast<int>(std::lround(m._41));
-    const int nTop = y + static_cast<int>(std::lround(m._43));
     pAni->ShowAniEx(nFrame, nLeft, nTop, nullptr, nWidth, nHeight);
 }
 

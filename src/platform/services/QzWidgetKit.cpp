@@ -4,7 +4,6 @@
 #include "platform/system/QzCodePage.h"
 
 #include <cstddef>
-#include <utility>
 
 namespace QzPlatform
 {
@@ -27,31 +26,51 @@ int MeasureUtf8(const std::string& utf8, const char* face, int size)
 void CQzWidgetKit::ReportDraw(int width, int height, int x, int y, const char* section,
                               int frameNumber, const char* file)
 {
-    DrawReport report;
-    report.width = width;
-    report.height = height;
-    report.x = x;
-    report.y = y;
-    report.section = section ? section : "";
-    report.frameNumber = frameNumber;
-    report.file = file ? file : "";
+    // Once the ring is full, a report is written over the oldest in place.
     if (m_vecReports.size() < kReportCapacity)
-        m_vecReports.push_back(std::move(report));
+        m_vecReports.emplace_back();
+    ReportSlot& slot = m_vecReports[m_nNextSlot];
+    slot.width = width;
+    slot.height = height;
+    slot.x = x;
+    slot.y = y;
+    slot.frameNumber = frameNumber;
+    slot.file = file ? file : "";
+    // Section names are short: copied as far as they go, and the rare long one again as a whole.
+    const char* pszSection = section ? section : "";
+    size_t nLength = 0;
+    for (; nLength < ReportSlot::kSectionCapacity && pszSection[nLength]; ++nLength)
+        slot.szSection[nLength] = pszSection[nLength];
+    slot.bLongSection = nLength == ReportSlot::kSectionCapacity;
+    if (slot.bLongSection)
+        slot.strLongSection.assign(pszSection);
     else
-        m_vecReports[m_nNextSlot] = std::move(report);
+        slot.szSection[nLength] = 0;
     m_nNextSlot = (m_nNextSlot + 1) % kReportCapacity;
     ++m_nReportCount;
 }
 
+DrawReport CQzWidgetKit::ToReport(const ReportSlot& slot)
+{
+    DrawReport report;
+    report.width = slot.width;
+    report.height = slot.height;
+    report.x = slot.x;
+    report.y = slot.y;
+    report.section = slot.bLongSection ? slot.strLongSection : std::string(slot.szSection);
+    report.frameNumber = slot.frameNumber;
+    report.file = slot.file;
+    return report;
+}
+
 std::vector<DrawReport> CQzWidgetKit::GetReports() const
 {
-    if (m_vecReports.size() < kReportCapacity)
-        return m_vecReports;
-    // Full ring: the oldest report sits in the slot written next.
-    std::vector<DrawReport> ordered(m_vecReports.begin() + static_cast<std::ptrdiff_t>(m_nNextSlot),
-                                    m_vecReports.end());
-    ordered.insert(ordered.end(), m_vecReports.begin(),
-                   m_vecReports.begin() + static_cast<std::ptrdiff_t>(m_nNextSlot));
+    // Once the ring is full, the oldest report sits in the slot written next.
+    const size_t nFirst = m_vecReports.size() < kReportCapacity ? 0 : m_nNextSlot;
+    std::vector<DrawReport> ordered;
+    ordered.reserve(m_vecReports.size());
+    for (size_t i = 0; i < m_vecReports.size(); ++i)
+        ordered.push_back(ToReport(m_vecReports[(nFirst + i) % m_vecReports.size()]));
     return ordered;
 }
 
@@ -59,7 +78,8 @@ const DrawReport* CQzWidgetKit::GetLastReport() const
 {
     if (m_vecReports.empty())
         return nullptr;
-    return &m_vecReports[(m_nNextSlot + kReportCapacity - 1) % kReportCapacity];
+    m_lastReport = ToReport(m_vecReports[(m_nNextSlot + kReportCapacity - 1) % kReportCapacity]);
+    return &m_lastReport;
 }
 
 void CQzWidgetKit::Clear()

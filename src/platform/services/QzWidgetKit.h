@@ -27,14 +27,17 @@ class CQzWidgetKit
 public:
     static constexpr size_t kReportCapacity = 256;
 
-    // Records one drawn background; null texts are stored as "".
+    // Records one drawn background; null texts are stored as "". Every window reports on every
+    // frame, so nothing is allocated here: the file name is kept as the pointer given, which
+    // must therefore stay valid (a literal), and the section is copied.
     void ReportDraw(int width, int height, int x, int y, const char* section, int frameNumber,
                     const char* file);
     // Reports made since the last Clear (also those no longer kept).
     uint64_t GetReportCount() const { return m_nReportCount; }
     // The kept reports, oldest first (at most kReportCapacity).
     std::vector<DrawReport> GetReports() const;
-    // The newest report, or null when none is kept.
+    // The newest report, or null when none is kept. It stays valid until the next call of
+    // GetLastReport.
     const DrawReport* GetLastReport() const;
     void Clear();
 
@@ -47,9 +50,29 @@ public:
     int MeasureTextWidth(const char* text, int length, const char* face, int size) const;
 
 private:
-    std::vector<DrawReport> m_vecReports; // ring buffer once full
+    // A kept report as recorded; the section lives in the slot, or in strLongSection when it
+    // does not fit (that string keeps its storage for the next long section).
+    struct ReportSlot
+    {
+        static constexpr size_t kSectionCapacity = 48;
+
+        int width = 0;
+        int height = 0;
+        int x = 0;
+        int y = 0;
+        int frameNumber = 0;
+        const char* file = "";
+        bool bLongSection = false;
+        char szSection[kSectionCapacity] = {};
+        std::string strLongSection;
+    };
+
+    static DrawReport ToReport(const ReportSlot& slot);
+
+    std::vector<ReportSlot> m_vecReports; // ring buffer once full
     size_t m_nNextSlot = 0;
     uint64_t m_nReportCount = 0;
+    mutable DrawReport m_lastReport; // what GetLastReport hands out
 };
 
 // The process-wide GUI base library object.

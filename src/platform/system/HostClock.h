@@ -11,7 +11,7 @@ namespace QzPlatform
 class CHostClock
 {
 public:
-    DWORD Now() const;
+    DWORD Now() const { return m_bManual ? m_dwManual : RealNow(); }
     void Set(DWORD ms);
     // Takes the clock over at its current value when it still follows the system clock.
     void Advance(DWORD ms);

@@ -10,7 +10,10 @@
 
 #include <gtest/gtest.h>
 
+#include <cctype>
+#include <cstring>
 #include <memory>
+#include <string>
 
 namespace
 {
@@ -289,6 +292,52 @@ TEST_F(DataSetTest, KeepAliveSurvivesTheClockWrap)
     clock.Set(start + 31000);
     ASSERT_NE(Get("Mask"), nullptr);
     EXPECT_FALSE(IsCached("Button"));
+}
+
+// Asking again with the same names is the common case on every frame; the answer must still
+// follow the text (not where it is stored), purges and reloads.
+TEST_F(DataSetTest, RepeatedLookUpsFollowTheNamesPurgesAndReloads)
+{
+    QzTest::ScopedClock clock(0);
+    char szSection[] = "Button";
+    IDataAni* pButton = Get(szSection, 100);
+    ASSERT_NE(pButton, nullptr);
+    EXPECT_EQ(Get(szSection, 100), pButton);
+    std::strcpy(szSection, "Mask");
+    IDataAni* pMask = Get(szSection, 100);
+    ASSERT_NE(pMask, nullptr);
+    EXPECT_NE(pMask, pButton);
+    EXPECT_EQ(pMask->GetFrame(0)->GetKind(), 2);
+    EXPECT_EQ(TableDataSetQuery()->GetAni("ANI/CONTROL.ANI", "MASK", 0, 100, 0), pMask);
+
+    // The last section found is dropped by a purge that a failed look-up runs.
+    ASSERT_NE(Get("Button", 100), nullptr);
+    clock.Set(2000);
+    EXPECT_EQ(Get("Unknown"), nullptr);
+    EXPECT_FALSE(IsCached("Button"));
+    ASSERT_NE(Get("Button"), nullptr);
+    EXPECT_TRUE(IsCached("Button"));
+    EXPECT_EQ(Get("Button")->GetFrame(0)->GetFrameWidth(), 16);
+
+    m_root.Write(kFile, "[Button]\nFrameAmount=1\nFrame0=ani/atlas.png\n");
+    TableDataSetQuery()->Reload();
+    ASSERT_NE(Get("Button"), nullptr);
+    EXPECT_EQ(Get("Button")->GetFrameCount(), 1);
+}
+
+TEST_F(DataSetTest, LongNamesAreFoundInAnyCase)
+{
+    const std::string name = "Long" + std::string(300, 'x');
+    m_root.Write("ani/Long.ani", "[" + name + "]\nFrameAmount=1\nFrame0=ani/button.png\n");
+    std::string upper = name;
+    for (char& c : upper)
+        c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
+    IDataAni* pLong = TableDataSetQuery()->GetAni("ani/Long.ani", name.c_str(), 0, 30000, 0);
+    ASSERT_NE(pLong, nullptr);
+    EXPECT_EQ(TableDataSetQuery()->GetAni("ANI\\LONG.ANI", upper.c_str(), 0, 30000, 0), pLong);
+    EXPECT_TRUE(QzPlatform::CTableDataSet::Instance().IsCached("ani/long.ani", upper.c_str()));
+    EXPECT_EQ(TableDataSetQuery()->GetAni("ani/Long.ani", (name + "y").c_str(), 0, 30000, 0),
+              nullptr);
 }
 
 // The animation store's handles share the cache and outlive purges and reloads.

@@ -5,6 +5,9 @@
 
 #include <gtest/gtest.h>
 
+#include <string>
+#include <vector>
+
 using namespace QzPlatform;
 
 namespace
@@ -128,4 +131,28 @@ TEST_F(TextDrawTest, DrawRecordKeepsTheLastReportsAndCountsAll)
     kit.ReportDraw(1, 1, 1, 1, "A", 0, "f");
     EXPECT_EQ(kit.GetReports().size(), 1u);
     EXPECT_EQ(kit.GetLastReport()->section, "A");
+}
+
+TEST_F(TextDrawTest, DrawRecordKeepsSectionsOfAnyLength)
+{
+    CQzWidgetKit& kit = GetWidgetKit();
+    const std::string sections[] = {std::string(47, 'a'), std::string(48, 'b'),
+                                    std::string(200, 'c'), "Short", ""};
+    for (const std::string& section : sections)
+        kit.ReportDraw(1, 2, 3, 4, section.c_str(), 5, "ani/control.ani");
+    const std::vector<DrawReport> reports = kit.GetReports();
+    ASSERT_EQ(reports.size(), 5u);
+    for (size_t i = 0; i < reports.size(); ++i)
+    {
+        EXPECT_EQ(reports[i].section, sections[i]);
+        EXPECT_EQ(reports[i].file, "ani/control.ani");
+    }
+    // Once the ring is full, reports are written over the oldest: report 5 + 253 goes to the
+    // slot of the long section 2, report 5 + 254 to that of "Short".
+    for (size_t i = 0; i < CQzWidgetKit::kReportCapacity; ++i)
+        kit.ReportDraw(0, 0, 0, 0, i == 253 ? "Short" : sections[2].c_str(), 0, nullptr);
+    const std::vector<DrawReport> kept = kit.GetReports();
+    EXPECT_EQ(kept[253].section, "Short");
+    EXPECT_EQ(kept[254].section, sections[2]);
+    EXPECT_EQ(kit.GetLastReport()->file, "");
 }

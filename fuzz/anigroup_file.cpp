@@ -1,0 +1,33 @@
+// ini/AniGroup.ini through the profile functions, by the group reader and the layout manager's
+// group table.
+#include "FuzzSupport.h"
+
+#include "layout/QzAniGroupReader.h"
+#include "layout/QzGuiInfoMgr.h"
+
+extern "C" int LLVMFuzzerInitialize(int*, char***)
+{
+    QzFuzz::Setup();
+    return 0;
+}
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
+{
+    QzFuzz::WriteFile("ini/AniGroup.ini", data, size);
+    std::map<std::string, QzGui::QzAniGroup> groups;
+    QzGui::CQzAniGroupReader::Read("ini/AniGroup.ini", groups);
+    QzGui::CQzGuiInfoMgr mgr;
+    mgr.LoadAniGroups();
+    for (const auto& group : groups)
+    {
+        const char* pszName = group.first.c_str();
+        const int count = mgr.GetAniGroupCount(pszName);
+        for (int index : {-1, 0, count - 1, count})
+        {
+            const QzGui::QzAniGroupPiece* pPiece = mgr.GetAniGroupPiece(pszName, index);
+            if (pPiece)
+                (void)(pPiece->section.size() + static_cast<size_t>(pPiece->left));
+        }
+    }
+    return 0;
+}

@@ -1,0 +1,531 @@
+#include "controls/QzCtrl.h"
+
+#include "framework/IQzGuiMgr.h"
+#include "layout/IQzGuiWndInfo.h"
+#include "platform/render/DataSet.h"
+#include "platform/render/MyBitmap.h"
+#include "platform/services/QzClock.h"
+#include "platform/services/QzGameData.h"
+#include "platform/services/QzString.h"
+#include "platform/services/QzText.h"
+#include "platform/services/QzTextDraw.h"
+#include "platform/services/QzWidgetKit.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <vector>
+
+namespace QzGui
+{
+
+namespace
+{
+
+// The tip appears once the mouse has rested this long on the control.
+constexpr DWORD kTipDelayMs = 300;
+// Tips split at backslash-b: the text read for splitting, and the longest piece.
+constexpr size_t kTipReadBytes = 1024;
+constexpr size_t kTipPieceBytes = 1023;
+// Pixels between the default placement of a tip and the control's top.
+constexpr int kTipGap = 10;
+
+// Caption drawing: shadow on, style 0, black shadow.
+constexpr BOOL kTextShadow = 1;
+constexpr int kTextStyle = 0;
+constexpr DWORD kShadowColor = 0xFF000000;
+
+// Wrapped captions: the measure size, the string-table entry naming the measure face, and the
+// source position the look-ups name (first line, the others).
+constexpr int kMeasureSize = 14;
+constexpr uint32_t kMeasureFaceId = 10049;
+constexpr const char* kSource = "QzCtrl";
+constexpr int kLineFirstFace = 623;
+constexpr int kLineOtherFace = 659;
+// The wrapped lines a caption may have, and the longest line (characters).
+constexpr size_t kMaxLines = 199;
+constexpr int kMaxLineChars = 254;
+
+enum TextFormat : WORD
+{
+    kAlignLeft = 0,
+    kAlignCentre = 1,
+    kAlignRight = 2,
+};
+
+// The first `nMax` bytes of the text, one byte fewer when the cut would split a two-byte
+// character.
+std::string CutBytes(const std::string& text, size_t nMax)
+{
+    if (text.size() <= nMax)
+        return text;
+    size_t nKeep = nMax;
+    if (nKeep > 0 && QzPlatform::IsLeadByteAt(text.c_str(), static_cast<int>(nKeep - 1)))
+        --nKeep;
+    return text.substr(0, nKeep);
+}
+
+// The pieces of a tip text between backslash-b pairs; the last piece is always there.
+std::vector<std::string> SplitTip(const std::string& text)
+{
+    if (text.find("\\b") == std::string::npos)
+        return {text};
+    const std::string head = CutBytes(text, kTipReadBytes);
+    std::vector<std::string> pieces;
+    size_t nStart = 0;
+    for (size_t nAt = head.find("\\b"); nAt != std::string::npos; nAt = head.find("\\b", nStart))
+    {
+        pieces.push_back(CutBytes(head.substr(nStart, nAt - nStart), kTipPieceBytes));
+        nStart = nAt + 2;
+    }
+    pieces.push_back(CutBytes(head.substr(nStart), kTipPieceBytes));
+    return pieces;
+}
+
+bool IsBreakAt(const std::wstring& text, size_t i)
+{
+    return text[i] == L'\\' && i + 1 < text.size() && text[i + 1] == L'n';
+}
+
+void AddLine(std::vector<std::wstring>& lines, std::wstring line)
+{
+    if (line.size() >= 2 && line.compare(line.size() - 2, 2, L"\r\n") == 0)
+        line.resize(line.size() - 2);
+    lines.push_back(std::move(line));
+}
+
+// Lines of at most nLimit characters: backslash-n breaks (and is dropped); a full line breaks
+// after its last space (which stays at the line's end), else after its last character. At
+// most kMaxLines lines; the rest of a longer caption is not shown.
+std::vector<std::wstring> WrapText(const std::wstring& text, int nLimit)
+{
+    std::vector<std::wstring> lines;
+    const size_t nFull = static_cast<size_t>(nLimit);
+    size_t nStart = 0;
+    size_t i = 0;
+    while (i < text.size() && lines.size() < kMaxLines)
+    {
+        if (IsBreakAt(text, i))
+        {
+            AddLine(lines, text.substr(nStart, i - nStart));
+            i += 2;
+            nStart = i;
+            continue;
+        }
+        ++i;
+        if (i - nStart < nFull)
+            continue;
+        size_t nEnd = i;
+        for (size_t j = i; j > nStart; --j)
+        {
+            if (text[j - 1] == L' ')
+            {
+                nEnd = j;
+                break;
+            }
+        }
+        AddLine(lines, text.substr(nStart, nEnd - nStart));
+        nStart = nEnd;
+    }
+    if (nStart < text.size() && lines.size() < kMaxLines)
+        AddLine(lines, text.substr(nStart));
+    return lines;
+}
+
+// x of a caption line of the given width in a client area of width nWidth.
+int AlignedX(WORD wFormat, int nWidth, int nTextWidth)
+{
+    if (wFormat == kAlignCentre)
+        return nWidth / 2 - nTextWidth / 2;
+    if (wFormat == kAlignRight)
+        return nWidth - nTextWidth;
+    return 0;
+}
+
+int DefaultCellHeight()
+{
+    C3_SIZE cell = {0, 0};
+    CMyBitmap::GetFontSize(cell);
+    return cell.iHeight;
+}
+
+// The decimal value of an extra key of the record, when the record gives the key.
+bool ReadExtraInt(const IQzGuiWndInfo* pInfo, const char* pszKey, int* pValue)
+{
+    const char* pszText = pInfo->GetExtraValue(pszKey);
+    if (!pszText)
+        return false;
+    *pValue = QzPlatform::TextToInt(pszText);
+    return true;
+}
+
+} // namespace
+
+CQzCtrl::CQzCtrl() = default;
+
+CQzCtrl::~CQzCtrl() = default;
+
+// ---------------------------------------------------------------------------------------------
+// The record
+
+BOOL CQzCtrl::LoadWndInfo()
+{
+    if (!CQzBaseWindow::LoadWndInfo())
+        return 0;
+    const IQzGuiWndInfo* pInfo = m_pWndInfo;
+    if (!pInfo)
+        return 1;
+    m_strFont = pInfo->GetFont() ? pInfo->GetFont() : "";
+    m_dwTextColor = pInfo->TestFlag(WNDINFO_FLAG_FONTCOLOR) ? pInfo->GetFontColor() : 0xFFFFFFFF;
+    if (pInfo->TestFlag(WNDINFO_FLAG_FONTSIZE))
+        m_sizeFont = {pInfo->GetFontSize() / 2, pInfo->GetFontSize()};
+    else
+        CMyBitmap::GetFontSize(m_sizeFont);
+    LoadTip();
+
+    int nValue = 0;
+    m_nTipAlign = ReadExtraInt(pInfo, "TipAlign", &nValue) ? nValue : 0;
+    m_wTextFormat = ReadExtraInt(pInfo, "TextFormat", &nValue) ? static_cast<WORD>(nValue) : 0;
+    const QzGuiMgrExtra* pExtra = m_pQzGuiMgr ? m_pQzGuiMgr->GetExtra() : nullptr;
+    m_wLineSpace = pExtra ? static_cast<WORD>(pExtra->nValue) : 2;
+    m_bMultiLine = 0;
+    if (ReadExtraInt(pInfo, "MutiLine", &nValue))
+    {
+        SetMultiLine(nValue);
+        if (ReadExtraInt(pInfo, "TextLineHeight", &nValue))
+            m_wLineSpace = static_cast<WORD>(nValue);
+    }
+    m_nCtrlType = static_cast<int16_t>(pInfo->GetCtrlType());
+    return 1;
+}
+
+// ---------------------------------------------------------------------------------------------
+// Tips
+
+void CQzCtrl::LoadTip()
+{
+    const IQzGuiWndInfo* pInfo = m_pWndInfo;
+    if (!pInfo)
+        return;
+    if (pInfo->GetTipId() != 0)
+    {
+        SetTip(TableDataSetQuery()->GetString(static_cast<DWORD>(pInfo->GetTipId())), 0xFFFFFFFF,
+               pInfo->GetTipAniSection());
+        return;
+    }
+    SetTip(pInfo->GetTipText(), 0xFFFFFFFF, pInfo->GetTipAniSection());
+}
+
+void CQzCtrl::SetTip(const char* pszText, DWORD dwColor, const char* pszSection)
+{
+    if (!pszText || !*pszText)
+    {
+        m_lstTip.clear();
+        return;
+    }
+    if (!m_pWndInfo)
+        return;
+    m_lstTip.clear();
+    m_nTipWidth = 0;
+    for (std::string& piece : SplitTip(pszText))
+    {
+        m_nTipWidth = std::max(m_nTipWidth, CMyBitmap::CalcuTextExtent(piece.c_str()).iWidth);
+        m_lstTip.push_back({std::move(piece), dwColor});
+    }
+
+    const POINT* pOffset = m_pWndInfo->GetTipOffset();
+    const LONG nNotGiven = static_cast<LONG>(WNDINFO_NOT_GIVEN);
+    if (pOffset->x == nNotGiven && pOffset->y == nNotGiven)
+    {
+        const int nLines = static_cast<int>(m_lstTip.size());
+        m_ptTipOffset = {(GetWidth() - m_nTipWidth) / 2, -(DefaultCellHeight() * nLines + kTipGap)};
+    }
+    else
+    {
+        m_ptTipOffset = {pOffset->x == nNotGiven ? 0 : pOffset->x,
+                         pOffset->y == nNotGiven ? 0 : pOffset->y};
+    }
+    m_strTipAni = pszSection ? pszSection : "";
+}
+
+// Called every frame for the control under the mouse. The rest starts with the first call
+// that finds the mouse in; leaving does not end it, since the dialog calls this only for the
+// control under the mouse, so a later hover shows the tip at once.
+void CQzCtrl::ShowTip()
+{
+    if (m_lstTip.empty())
+        return;
+    if (!m_bMouseIn)
+    {
+        m_dwHoverTime = 0;
+        return;
+    }
+    const DWORD dwNow = QzPlatform::NowMs();
+    if (m_dwHoverTime == 0)
+        m_dwHoverTime = dwNow;
+    if (dwNow - m_dwHoverTime < kTipDelayMs || !m_pQzGuiMgr)
+        return;
+    std::vector<std::string> lines;
+    for (const QzTipLine& line : m_lstTip)
+        lines.push_back(line.strText);
+    m_pQzGuiMgr->AddTip(m_rcWindow.left + m_ptTipOffset.x, m_rcWindow.top + m_ptTipOffset.y,
+                        m_nTipWidth, m_strTipAni.c_str(), lines, m_nTipAlign);
+}
+
+// ---------------------------------------------------------------------------------------------
+// State
+
+CQzCtrl* CQzCtrl::SetCtrlState(WORD wState)
+{
+    m_wState = wState;
+    return this;
+}
+
+// Hover gives state 2, unless the control is disabled, checked or pressed; leaving takes it
+// back to 0.
+WORD CQzCtrl::UpdateState()
+{
+    if (m_bMouseIn)
+    {
+        if (m_wState != QZ_STATE_DISABLED && !m_bCheck && m_wState != QZ_STATE_PRESSED)
+            m_wState = QZ_STATE_HOVER;
+    }
+    else if (m_wState == QZ_STATE_HOVER && !m_bCheck)
+    {
+        m_wState = QZ_STATE_NORMAL;
+    }
+    return m_wState;
+}
+
+void CQzCtrl::SetCheck(BOOL bCheck)
+{
+    m_bCheck = bCheck;
+    m_wState = bCheck ? QZ_STATE_PRESSED : QZ_STATE_NORMAL;
+}
+
+BOOL CQzCtrl::EnableWindow(BOOL bEnable)
+{
+    if (!bEnable)
+        m_wState = QZ_STATE_DISABLED;
+    else
+        m_wState = m_bCheck ? QZ_STATE_PRESSED : QZ_STATE_NORMAL;
+    return CQzBaseWindow::EnableWindow(bEnable);
+}
+
+// ---------------------------------------------------------------------------------------------
+// Caption
+
+void CQzCtrl::SetFontSize(WORD wWidth, WORD wHeight)
+{
+    m_sizeFont = {wWidth, wHeight};
+}
+
+void CQzCtrl::SetTextOffset(const POINT* pOffset)
+{
+    if (pOffset)
+        m_ptTextOffset = *pOffset;
+}
+
+void CQzCtrl::SetWindowText(const char* pszText)
+{
+    if (!pszText)
+        return;
+    m_strText = pszText;
+    if (m_nMaxTextLen > 0)
+        m_strText = CutBytes(m_strText, static_cast<size_t>(m_nMaxTextLen));
+    if (m_pWndInfo)
+        SetTextOffset(m_pWndInfo->GetTextOffset());
+}
+
+void CQzCtrl::SetTextRaw(const char* pszText)
+{
+    const QzPlatform::CQzString text(pszText);
+    m_strText = text.c_str();
+}
+
+void CQzCtrl::InflateWindow(int n)
+{
+    if (!m_pWndInfo)
+        return;
+    const int x = static_cast<int16_t>(m_pWndInfo->GetX());
+    const int y = static_cast<int16_t>(m_pWndInfo->GetY());
+    MoveWindow(nullptr, x - n, y - n, static_cast<int>(m_pWndInfo->GetWidth()) + 2 * n,
+               static_cast<int>(m_pWndInfo->GetHeight()) + 2 * n, TRUE);
+}
+
+void CQzCtrl::ShowText()
+{
+    if (m_strText.empty())
+        return;
+    if (m_bMultiLine)
+        ShowMultiLineText();
+    else
+        ShowSingleLineText();
+}
+
+int CQzCtrl::GetTextLeft()
+{
+    const int nTextWidth = GetTextLength() * m_sizeFont.iWidth;
+    return GetWidth() / 2 - nTextWidth / 2 + m_rcWindow.left + m_ptTextOffset.x;
+}
+
+// The width is the byte count times the cell width: captions are laid out on the cell, not
+// measured.
+void CQzCtrl::ShowSingleLineText()
+{
+    const int nWidth = GetWidth();
+    const int nTextWidth = GetTextLength() * m_sizeFont.iWidth;
+    int x = AlignedX(m_wTextFormat, nWidth, nTextWidth);
+    int y = m_wTextFormat == kAlignCentre ? GetHeight() / 2 - m_sizeFont.iHeight / 2 : 0;
+    x += m_rcWindow.left + m_ptTextOffset.x;
+    y += m_rcWindow.top + m_ptTextOffset.y;
+    C3_SIZE drawn = {0, 0};
+    QzPlatform::DrawGameText(x, y, m_dwTextColor, m_strText.c_str(), m_strFont.c_str(),
+                             m_sizeFont.iHeight, kTextShadow, kTextStyle, kShadowColor, &drawn);
+}
+
+// Wraps at an even number of cells that fit the width; lines are measured in the face the
+// string table names, and centred lines each by their own width.
+void CQzCtrl::ShowMultiLineText()
+{
+    if (m_sizeFont.iWidth == 0)
+        return;
+    const int nWidth = GetWidth();
+    const int nLimit = std::min(2 * ((nWidth / m_sizeFont.iWidth) / 2), kMaxLineChars);
+    if (nLimit <= 0)
+        return;
+    const std::vector<std::wstring> lines =
+        WrapText(QzPlatform::Utf8TextToWide(m_strText.c_str()), nLimit);
+    if (lines.empty())
+        return;
+
+    QzPlatform::CQzGameData& data = QzPlatform::GetGameData();
+    const QzPlatform::CQzWidgetKit& kit = QzPlatform::GetWidgetKit();
+    std::vector<int> widths;
+    for (const std::wstring& line : lines)
+    {
+        const int nLine = widths.empty() ? kLineFirstFace : kLineOtherFace;
+        const char* pszFace = data.GetString(kMeasureFaceId, kSource, nLine);
+        widths.push_back(kit.MeasureWideText(line.c_str(), pszFace, kMeasureSize, 0, 0));
+    }
+
+    const int nLines = static_cast<int>(lines.size());
+    int x = AlignedX(m_wTextFormat, nWidth, widths.front());
+    int y = 0;
+    if (m_wTextFormat == kAlignCentre)
+        y = GetHeight() / 2 - (m_sizeFont.iHeight + m_wLineSpace) * nLines / 2;
+    x += m_rcWindow.left + m_ptTextOffset.x;
+    y += m_rcWindow.top + m_ptTextOffset.y;
+    m_wTextLines = static_cast<WORD>(nLines);
+
+    const int nStep = m_wLineSpace + DefaultCellHeight();
+    for (int i = 0; i < nLines; ++i)
+    {
+        int nLineX = x;
+        if (m_wTextFormat == kAlignCentre)
+            nLineX = nWidth / 2 - widths[i] / 2 + m_rcWindow.left + m_ptTextOffset.x;
+        C3_SIZE drawn = {0, 0};
+        QzPlatform::DrawGameText(nLineX, y + i * nStep, m_dwTextColor, lines[i].c_str(),
+                                 m_strFont.c_str(), m_sizeFont.iHeight, kTextShadow, kTextStyle,
+                                 kShadowColor, &drawn);
+    }
+}
+
+// ---------------------------------------------------------------------------------------------
+// Drawing
+
+BOOL CQzCtrl::Show()
+{
+    if (!IsWindowVisible())
+        return 0;
+    CheckMouseLeave();
+    UpdateEffects();
+    ProcessTimers();
+    UpdateState();
+    DrawBack();
+    OnShowExtra();
+    ShowText();
+    DrawFrontEffect();
+    return 1;
+}
+
+// ---------------------------------------------------------------------------------------------
+// Messages
+
+LRESULT CQzCtrl::SendMessage(UINT message, WPARAM wParam, LPARAM lParam)
+{
+    QzMsg msg{GetFullId(), message, wParam, lParam};
+    if (PreTranslateMessage(&msg))
+        return 1;
+    return WindowProc(message, wParam, lParam);
+}
+
+LRESULT CQzCtrl::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
+{
+    const POINT point{GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
+    const UINT nFlags = static_cast<UINT>(wParam);
+    switch (message)
+    {
+    case WM_KEYDOWN:
+        OnKeyDown(static_cast<UINT>(wParam), LOWORD(lParam), HIWORD(lParam));
+        return 1;
+    case WM_TIMER:
+        OnTimer(static_cast<DWORD>(wParam));
+        return CQzBaseWindow::WindowProc(message, wParam, lParam);
+    case WM_MOUSEMOVE:
+        if (!m_bMouseIn)
+        {
+            OnMouseEnter();
+            m_bMouseIn = true;
+        }
+        OnMouseMove(nFlags, point);
+        return CQzBaseWindow::WindowProc(message, wParam, lParam);
+    case WM_LBUTTONDOWN:
+        OnLButtonDown(nFlags, point);
+        return 1;
+    case WM_LBUTTONUP:
+        OnLButtonUp(nFlags, point);
+        ReleaseCapture();
+        return 1;
+    case WM_LBUTTONDBLCLK:
+        OnLButtonDblClk(nFlags, point);
+        return 1;
+    case WM_RBUTTONDOWN:
+        OnRButtonDown(nFlags, point);
+        return 1;
+    case WM_MOUSEWHEEL:
+        OnMouseWheel(LOWORD(wParam), GET_WHEEL_DELTA_WPARAM(wParam), point.x, point.y);
+        return 1;
+    default:
+        return CQzBaseWindow::WindowProc(message, wParam, lParam);
+    }
+}
+
+void CQzCtrl::OnLButtonDown(UINT, POINT)
+{
+    PlayClickSound();
+    if (m_wState != QZ_STATE_DISABLED)
+        m_wState = QZ_STATE_PRESSED;
+}
+
+void CQzCtrl::OnLButtonUp(UINT, POINT)
+{
+    if (m_wState == QZ_STATE_PRESSED && !m_bCheck)
+        m_wState = QZ_STATE_NORMAL;
+}
+
+void CQzCtrl::PlayClickSound()
+{
+    if (!m_pWndInfo || !m_pQzGuiMgr)
+        return;
+    const char* pszSound = m_pWndInfo->GetClickSound();
+    if (pszSound && *pszSound)
+        m_pQzGuiMgr->PlaySound(pszSound, 0, 100, 1);
+}
+
+void CQzCtrl::NotifyParent(WORD nCode)
+{
+    if (m_pParent)
+        m_pParent->SendMessage(WM_COMMAND, MakeNotifyWParam(nCode, m_nId), GetFullId());
+}
+
+} // namespace QzGui

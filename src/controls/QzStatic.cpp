@@ -1,0 +1,8 @@
+#include "controls/QzStatic.h"
+
+namespace QzGui
+{
+
+CQzStatic::~CQzStatic() = default;
+
+} // namespace QzGui

@@ -1,0 +1,168 @@
+// The host of the control tests: a temp data root whose section "Look" has one 10 x 10 frame
+// per look state (img/f0.png .. img/f4.png), a manager on the harness's main window, dialog
+// 300 at (100, 100)-(500, 400) that records its WM_COMMANDs and runs map handlers, and the
+// extended records of an auto-built dialog 60 with a button 1, an image 2, statics 3 and 4
+// (type 20) and an edit record 5, which makes nothing.
+#pragma once
+
+#include "support/QzHarness.h"
+#include "support/TempDataDir.h"
+
+#include "controls/QzCtrl.h"
+#include "framework/QzDialog.h"
+#include "framework/QzGuiMgr.h"
+#include "layout/QzGuiInfoMgr.h"
+#include "layout/QzGuiWndInfo.h"
+
+#include <gtest/gtest.h>
+
+#include <initializer_list>
+#include <memory>
+#include <string>
+#include <tuple>
+#include <utility>
+#include <vector>
+
+namespace ControlTest
+{
+
+using namespace QzGui;
+
+const char* const kAniFile = "[Look]\nFrameAmount=5\nFrame0=img/f0.png\nFrame1=img/f1.png\n"
+                             "Frame2=img/f2.png\nFrame3=img/f3.png\nFrame4=img/f4.png\n";
+const char* const kGuiEx = "[0-60]\ntype=1\nx=50\ny=50\nw=300\nh=200\n"
+                           "[60-1]\ntype=2\nx=10\ny=10\nw=80\nh=20\nAniSection=Look\n"
+                           "[60-2]\ntype=4\nx=10\ny=40\nw=80\nh=20\nAniSection=Look\n"
+                           "[60-3]\ntype=5\nx=10\ny=70\nw=80\nh=20\n"
+                           "[60-4]\ntype=20\nx=10\ny=100\nw=80\nh=20\n"
+                           "[60-5]\ntype=3\nx=10\ny=130\nw=80\nh=20\n";
+constexpr DWORD kDialogId = 300;
+
+// A WM_COMMAND as the dialog got it: code, control id, full id.
+using Notice = std::tuple<int, int, LPARAM>;
+inline Notice MakeNotice(WORD nCode, DWORD nId)
+{
+    return {nCode, static_cast<int>(nId), static_cast<LPARAM>(kDialogId | (nId << 16))};
+}
+
+class NoticeDialog : public CQzDialog
+{
+public:
+    NoticeDialog() : CQzDialog(kDialogId, nullptr) {}
+    LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override
+    {
+        if (message == WM_COMMAND)
+            notices.emplace_back(HIWORD(wParam), LOWORD(wParam), lParam);
+        return CQzDialog::WindowProc(message, wParam, lParam);
+    }
+    void OnClicked() { ++clicks; }
+
+    std::vector<Notice> notices;
+    int clicks = 0;
+};
+
+inline std::vector<std::string>& PlayedSounds()
+{
+    static std::vector<std::string> sounds;
+    return sounds;
+}
+
+class ControlScene : public ::testing::Test
+{
+protected:
+    using Extras = std::initializer_list<std::pair<const char*, const char*>>;
+
+    ControlScene()
+    {
+        m_root.Write("ini/Test.ini", "[0-300]\nx=100\ny=100\nw=400\nh=300\n");
+        m_root.Write("ini/GUI_EX.ini", kGuiEx);
+        m_root.Write("ani/Control.ani", kAniFile);
+        for (int i = 0; i < 5; ++i)
+            m_harness.Device().DefineTexture("img/f" + std::to_string(i) + ".png", 10, 10);
+        PlayedSounds().clear();
+        m_pMgr = static_cast<CQzGuiMgr*>(CreateGuiMgr());
+        m_pMgr->Init(GetModuleHandleA(nullptr), m_harness.MainWindow(), 100, "Test.ini");
+        m_pMgr->SetScreenSize(1024, 768);
+        m_pMgr->SetSoundCallback([](const char* pszName, int, int, int, int, int)
+                                 { PlayedSounds().push_back(pszName); });
+        m_harness.SetMessageHandler([this](UINT message, WPARAM wParam, LPARAM lParam) -> LRESULT
+                                    { return m_pMgr->OnMessage(message, wParam, lParam); });
+    }
+    ~ControlScene() override
+    {
+        m_harness.SetMessageHandler(nullptr);
+        if (m_pMgr->IsRegistered(&m_dialog))
+            m_pMgr->RemoveDialog(&m_dialog);
+        m_ctrls.clear();
+        m_pMgr->Release();
+    }
+
+    // A record with the rectangle relative to the parent and the extra keys.
+    CQzGuiWndInfo* AddRecord(DWORD nParent, DWORD nId, RECT rc, Extras extras = {})
+    {
+        auto* pRecord = new CQzGuiWndInfo;
+        pRecord->SetParentId(static_cast<int>(nParent));
+        pRecord->SetCtrlId(static_cast<int>(nId));
+        pRecord->SetX(static_cast<WORD>(rc.left));
+        pRecord->SetY(static_cast<WORD>(rc.top));
+        pRecord->SetWidth(static_cast<WORD>(rc.right - rc.left));
+        pRecord->SetHeight(static_cast<WORD>(rc.bottom - rc.top));
+        for (const auto& extra : extras)
+            pRecord->AddExtra(extra.first, extra.second);
+        m_pMgr->GetInfoMgr()->InsertRecord(pRecord);
+        return pRecord;
+    }
+
+    // A control of the dialog with a record drawing "Look"; created when the dialog opens (or
+    // at once when it is open).
+    template <typename T> T* AddCtrl(DWORD nId, RECT rc, Extras extras = {})
+    {
+        m_pRecord = AddRecord(kDialogId, nId, rc, extras);
+        m_pRecord->SetAniSection("Look");
+        m_pRecord->AddFlags(WNDINFO_FLAG_ANISECTION);
+        m_ctrls.push_back(std::make_unique<T>());
+        T* pCtrl = static_cast<T*>(m_ctrls.back().get());
+        m_dialog.AddCtrl(nId, pCtrl);
+        if (m_pMgr->IsRegistered(&m_dialog))
+            m_dialog.CreateCtrl(pCtrl, TRUE);
+        return pCtrl;
+    }
+
+    // Registers and shows the dialog, then forgets its open sound.
+    void Open()
+    {
+        m_pMgr->AddDialog(&m_dialog, nullptr, false);
+        m_dialog.ShowWindow(SW_SHOW);
+        PlayedSounds().clear();
+    }
+
+    // One frame on a cleared device; the frames (textures) it drew, in order.
+    std::vector<std::string> Frame()
+    {
+        m_harness.Device().Clear();
+        m_harness.Frame([this] { m_pMgr->Show(); });
+        std::vector<std::string> paths;
+        for (const QzTest::DrawCall& call : m_harness.Device().Calls(QzTest::DrawKind::Texture))
+            paths.push_back(call.texturePath);
+        return paths;
+    }
+    // The last frame drawn in a new frame, or "".
+    std::string Look()
+    {
+        const std::vector<std::string> paths = Frame();
+        return paths.empty() ? "" : paths.back();
+    }
+    std::vector<QzTest::DrawCall> Texts()
+    {
+        return m_harness.Device().Calls(QzTest::DrawKind::Text);
+    }
+
+    QzTest::Harness m_harness;
+    QzTest::TempDataDir m_root;
+    CQzGuiMgr* m_pMgr = nullptr;
+    NoticeDialog m_dialog;
+    CQzGuiWndInfo* m_pRecord = nullptr; // of the last AddCtrl
+    std::vector<std::unique_ptr<CQzCtrl>> m_ctrls;
+};
+
+} // namespace ControlTest

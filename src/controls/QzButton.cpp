@@ -1,6 +1,7 @@
 #include "controls/QzButton.h"
 
 #include "layout/IQzGuiWndInfo.h"
+#include "layout/QzCursorMgr.h"
 
 namespace QzGui
 {
@@ -75,7 +76,7 @@ void CQzButton::ChangeCursor(const char* pszName)
     CQzCursorMgr* pCursorMgr = GetCursorMgr();
     if (!pCursorMgr)
         return;
-    // FIXME: show pszName through pCursorMgr once the cursor manager exists.
+    pCursorMgr->SetCursorByName(pszName);
 }
 
 } // namespace QzGui

@@ -5,6 +5,7 @@
 #include "framework/QzGuiHelper.h"
 #include "framework/QzGuiMgr.h"
 #include "layout/IQzGuiWndInfo.h"
+#include "layout/QzCursorMgr.h"
 #include "layout/QzGuiInfoMgr.h"
 #include "platform/render/DataSet.h"
 #include "platform/render/MyBitmap.h"
@@ -617,7 +618,7 @@ void CQzBaseWindow::OnMouseEnter()
     CQzCursorMgr* pCursorMgr = GetCursorMgr();
     if (!pCursorMgr || !m_pQzGuiMgr->FindCursor("Normal"))
         return;
-    // FIXME: reset pCursorMgr to its default cursor once the cursor manager exists.
+    pCursorMgr->SetCursorByName(nullptr);
 }
 
 LRESULT CQzBaseWindow::WindowProc(UINT message, WPARAM, LPARAM)
@@ -627,7 +628,7 @@ LRESULT CQzBaseWindow::WindowProc(UINT message, WPARAM, LPARAM)
     CQzCursorMgr* pCursorMgr = GetCursorMgr();
     if (!pCursorMgr)
         return 0;
-    // FIXME: set m_strCursor through pCursorMgr once the cursor manager exists.
+    pCursorMgr->SetCursorByName(m_strCursor.c_str());
     return 0;
 }
 

@@ -3,6 +3,7 @@
 #include "effects/GuiEffectInfo.h"
 #include "framework/QzDialog.h"
 #include "framework/QzGuiHelper.h"
+#include "layout/QzCursorMgr.h"
 #include "layout/QzGuiInfoMgr.h"
 #include "platform/render/DataSet.h"
 #include "platform/render/MyBitmap.h"
@@ -115,7 +116,8 @@ CQzGuiMgr::~CQzGuiMgr()
 {
     // The auto-created windows go first, while everything they may reach still exists.
     m_AutoGuiMgr.DestroyWindows();
-    // m_pCursorMgr stays null: the cursor manager is not created yet.
+    delete m_pCursorMgr;
+    m_pCursorMgr = nullptr;
     delete m_pInfoMgr;
     m_pInfoMgr = nullptr;
     CQzEditSingle::ReleaseInstance();
@@ -136,7 +138,11 @@ BOOL CQzGuiMgr::Init(HINSTANCE hInstance, HWND hWnd, int nDefaultDlgId, const ch
     m_hInstance = hInstance;
     if (!g_pQzEditSingle->IsInitialized())
         g_pQzEditSingle->Init(hInstance, hWnd, this);
-    // The cursor manager does not exist yet; m_pCursorMgr stays null until it does.
+    if (!m_pCursorMgr)
+    {
+        m_pCursorMgr = new CQzCursorMgr;
+        m_pCursorMgr->SetGuiMgr(this);
+    }
     CQzGuiHelper* pHelper = CQzGuiHelper::Instance();
     if (pHelper && pHelper->IsDebugOn())
         SetDebugMode(1);

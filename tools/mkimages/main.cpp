@@ -423,12 +423,49 @@ void MakeTip()
 
 } // namespace
 
+// ini/Rgn.dat: the click region of the window [0-203] of the sample layout: its button and its
+// label strip, in client coordinates of the host window. Clicks on the rest of the window pass
+// through to what lies below. Little-endian: count, then per entry the two identifiers (parent,
+// control), the data size, a reserved word and the RGNDATA (32-byte header, then rectangles).
+bool MakeClickRegions(const std::string& outDir)
+{
+    const std::vector<std::vector<int32_t>> rects = {{367, 401, 463, 429}, {340, 440, 490, 460}};
+    std::vector<uint32_t> words = {1, 0, 203, 0, 0};
+    std::vector<uint32_t> data = {32,
+                                  1,
+                                  static_cast<uint32_t>(rects.size()),
+                                  static_cast<uint32_t>(rects.size() * 16),
+                                  340,
+                                  401,
+                                  490,
+                                  460};
+    for (const auto& rect : rects)
+        data.insert(data.end(), rect.begin(), rect.end());
+    words[3] = static_cast<uint32_t>(data.size() * 4);
+    words.insert(words.end(), data.begin(), data.end());
+    const std::string dir = outDir + "/ini";
+    std::error_code error;
+    std::filesystem::create_directories(dir, error);
+    FILE* file = std::fopen((dir + "/Rgn.dat").c_str(), "wb");
+    if (!file)
+        return false;
+    for (uint32_t word : words)
+    {
+        const unsigned char bytes[4] = {
+            static_cast<unsigned char>(word), static_cast<unsigned char>(word >> 8),
+            static_cast<unsigned char>(word >> 16), static_cast<unsigned char>(word >> 24)};
+        std::fwrite(bytes, 1, 4, file);
+    }
+    return std::fclose(file) == 0;
+}
+
 int main(int argc, char** argv)
 {
     if (argc != 2)
     {
         std::fprintf(stderr, "usage: qzgui-mkimages OUTDIR\n"
-                             "Draws the sample bundle's images into OUTDIR/images/.\n");
+                             "Draws the sample bundle's images into OUTDIR/images/ and writes its\n"
+                             "click regions to OUTDIR/ini/Rgn.dat.\n");
         return 2;
     }
     g_strImageDir = std::string(argv[1]) + "/images";
@@ -454,5 +491,10 @@ int main(int argc, char** argv)
     MakeScrollButton("scroll_down.png", false);
     MakeCursor();
     MakeTip();
+    if (!MakeClickRegions(argv[1]))
+    {
+        std::fprintf(stderr, "qzgui-mkimages: cannot write %s/ini/Rgn.dat\n", argv[1]);
+        g_bFailed = true;
+    }
     return g_bFailed ? 1 : 0;
 }

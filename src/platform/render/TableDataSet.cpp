@@ -150,6 +150,8 @@ void CTableDataSet::PurgeNow(DWORD now)
             ++it;
             continue;
         }
+        if (&cached == m_pLastHit)
+            m_pLastHit = nullptr;
         it = m_mapSections.erase(it);
     }
 }

@@ -2,6 +2,7 @@
 
 #include "CCairoDevice.h"
 #include "framework/IQzGuiHelper.h"
+#include "layout/QzCursorMgr.h"
 #include "platform/render/IRenderDevice.h"
 #include "platform/system/QzCodePage.h"
 #include "platform/system/QzHost.h"
@@ -93,6 +94,8 @@ bool CDemoHost::Create(bool bDebug)
         return false;
     if (bDebug)
         QzGui::GetGuiHelper()->DebugOn();
+    if (QzGui::CQzCursorMgr* cursors = m_pGuiMgr->GetCursorMgr())
+        cursors->SetCursorByName("Normal");
     AddDialogs();
     return true;
 }
@@ -120,9 +123,27 @@ void CDemoHost::ToggleFlyingDialog()
     m_pFlyingDialog->ShowWindow(m_pFlyingDialog->IsWindowVisible() ? SW_HIDE : SW_SHOW);
 }
 
+// The pointer is the "Normal" cursor of ini/Cursor.ini, or the cursor the window under it
+// names: the host asks that window with WM_SETCURSOR, as Windows asks a window on every move.
+void CDemoHost::UpdateCursor(LPARAM lParam)
+{
+    QzGui::CQzCursorMgr* cursors = m_pGuiMgr->GetCursorMgr();
+    if (!cursors)
+        return;
+    cursors->SetCursorByName("Normal");
+    const POINT pt = {GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
+    if (QzGui::CQzDialog* dialog = m_pGuiMgr->DialogFromPoint(pt))
+        dialog->SendMessage(WM_SETCURSOR, 0, 0);
+}
+
 LRESULT CDemoHost::OnHostMessage(UINT message, WPARAM wParam, LPARAM lParam)
 {
-    if (m_pGuiMgr && m_pGuiMgr->OnMessage(message, wParam, lParam))
+    if (!m_pGuiMgr)
+        return 0;
+    const BOOL handled = m_pGuiMgr->OnMessage(message, wParam, lParam);
+    if (message == WM_MOUSEMOVE)
+        UpdateCursor(lParam);
+    if (handled)
         return 1;
     // What no window took belongs to the game: here, a key that flies a window and the
     // characters the showcase prints.
@@ -159,7 +180,12 @@ void CDemoHost::RunFrame()
     PumpMessages();
     m_pDevice->BeginFrame();
     if (m_pGuiMgr)
+    {
         m_pGuiMgr->Show();
+        // The software cursor is the host's to draw, last, above everything.
+        if (QzGui::CQzCursorMgr* cursors = m_pGuiMgr->GetCursorMgr())
+            cursors->DrawCursor();
+    }
     m_pDevice->EndFrame();
 }
 

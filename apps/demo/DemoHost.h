@@ -45,6 +45,7 @@ private:
     void RunStep(const DemoStep& step);
     void PostMouse(UINT message, int x, int y, WPARAM keys);
     LRESULT OnHostMessage(UINT message, WPARAM wParam, LPARAM lParam);
+    void UpdateCursor(LPARAM lParam);
     void AddDialogs();
     void ToggleFlyingDialog();
 

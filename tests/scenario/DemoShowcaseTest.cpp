@@ -137,7 +137,7 @@ TEST_F(DemoShowcase, WindowFliesInToItsPlaceAndAwayAgain)
     QzTest::Image before = Shot("07-row-on-top");
     QzTest::Image flying = Shot("08-flying-in");
     QzTest::Image arrived = Shot("09-flown-in");
-    QzTest::Image gone = Shot("11-flown-out");
+    QzTest::Image gone = Shot("12-flown-out");
     // Its place (760, 40, 220 x 150) is empty before, still empty while it flies, taken once it
     // arrived, and empty again after it flew out.
     EXPECT_EQ(0, CountDiffs(before, flying, 762, 42, 978, 188));

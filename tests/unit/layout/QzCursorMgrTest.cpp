@@ -1,0 +1,361 @@
+// The cursor manager on a GUI manager over a temp data root: cursor files the system shows,
+// animation sections drawn at the mouse, effect parts, and the windows that set cursors by name.
+#include "support/QzHarness.h"
+#include "support/TempDataDir.h"
+#include "unit/effects/RecordingEffectObject.h"
+
+#include "controls/QzButton.h"
+#include "framework/QzDialog.h"
+#include "framework/QzGuiMgr.h"
+#include "layout/QzCursorMgr.h"
+#include "layout/QzGuiInfoMgr.h"
+#include "platform/system/QzHost.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace
+{
+
+using namespace QzGui;
+
+// "Busy" has three frames: a.png 10 x 10, b.png 12 x 12, c.png 14 x 14.
+const char* const kAniFile = "[Busy]\nFrameAmount=3\nFrame0=img/a.png\nFrame1=img/b.png\n"
+                             "Frame2=img/c.png\n"
+                             "[Empty]\nFrameAmount=0\n";
+const char* const kCursors = "[Normal]\ntype=0\ncur=cursor/arrow.cur\n"
+                             "[Hand]\ntype=0\ncur=cursor/hand.cur\n"
+                             "[Grab]\ntype=0\ncur=cursor/hand.cur\n"
+                             "[Lost]\ntype=0\ncur=cursor/missing.cur\n"
+                             "[Busy]\ntype=1\ncur=Busy\n"
+                             "[Blank]\ntype=1\ncur=Empty\n"
+                             "[Spark]\ntype=2\ncur=SparkPart\n"
+                             "[Glow]\ntype=2\ncur=GlowPart\n";
+// Dialog 1 at (0, 0)-(300, 300); its button 2 configures its own cursor, button 3 does not.
+const char* const kLayout = "[0-1]\nx=0\ny=0\nw=300\nh=300\n"
+                            "[1-2]\nx=10\ny=10\nw=50\nh=20\nCursor=Hand\n"
+                            "[1-3]\nx=10\ny=40\nw=50\nh=20\n";
+
+class CursorScene : public ::testing::Test
+{
+protected:
+    explicit CursorScene(const char* pszCursors = kCursors)
+    {
+        m_harness.Device().DefineTexture("img/a.png", 10, 10);
+        m_harness.Device().DefineTexture("img/b.png", 12, 12);
+        m_harness.Device().DefineTexture("img/c.png", 14, 14);
+        m_root.Write("ani/Control.ani", kAniFile);
+        m_root.Write("ini/Cursor.ini", pszCursors);
+        m_root.Write("ini/Gui3DEffect.ini", "");
+        m_root.Write("ini/Test.ini", kLayout);
+        m_root.Write("cursor/arrow.cur", "arrow");
+        m_root.Write("cursor/hand.cur", "hand");
+        m_pMgr = static_cast<CQzGuiMgr*>(CreateGuiMgr());
+        m_pMgr->Init(GetModuleHandleA(nullptr), m_harness.MainWindow(), 100, "Test.ini");
+        m_harness.SetMessageHandler([this](UINT message, WPARAM wParam, LPARAM lParam) -> LRESULT
+                                    { return m_pMgr->OnMessage(message, wParam, lParam); });
+        m_pCursors = m_pMgr->GetCursorMgr();
+    }
+    ~CursorScene() override
+    {
+        m_harness.SetMessageHandler(nullptr);
+        m_pMgr->Release();
+    }
+
+    // The file of the cursor the system shows; empty when none is shown.
+    static std::string ShownFile()
+    {
+        const QzPlatform::Host::CursorInfo info = QzPlatform::Host::DescribeCursor(GetCursor());
+        return info.valid ? info.file : "";
+    }
+    // The textures DrawCursor draws in one frame.
+    std::vector<QzTest::DrawCall> DrawnCursor()
+    {
+        m_harness.Device().Clear();
+        m_harness.Frame([this] { m_pCursors->DrawCursor(); });
+        return m_harness.Device().Calls(QzTest::DrawKind::Texture);
+    }
+
+    QzTest::EffectObjectLog m_effectLog;
+    QzTest::ScopedRecordingFactory m_factory{m_effectLog};
+    QzTest::Harness m_harness;
+    QzTest::TempDataDir m_root;
+    CQzGuiMgr* m_pMgr = nullptr;
+    CQzCursorMgr* m_pCursors = nullptr;
+};
+
+bool EndsWith(const std::string& text, const std::string& tail)
+{
+    return text.size() >= tail.size() &&
+           text.compare(text.size() - tail.size(), tail.size(), tail) == 0;
+}
+
+// ---------------------------------------------------------------------------------------------
+// The manager's cursor manager
+
+TEST_F(CursorScene, InitCreatesOneCursorManagerWithItsOwnEffectObject)
+{
+    ASSERT_NE(nullptr, m_pCursors);
+    EXPECT_EQ(1, m_effectLog.nCreated);
+    EXPECT_EQ(m_pMgr->FindCursor("Busy"), m_pMgr->FindInfoMgr()->GetCursorEntry("Busy"));
+    m_pMgr->Init(GetModuleHandleA(nullptr), m_harness.MainWindow(), 100, "Test.ini");
+    EXPECT_EQ(m_pCursors, m_pMgr->GetCursorMgr());
+    EXPECT_EQ(1, m_effectLog.nCreated);
+}
+
+TEST(CursorMgrLifetime, ReleasesItsEffectObjectAndDestroysItsCursors)
+{
+    QzTest::Harness harness;
+    QzTest::TempDataDir root;
+    QzTest::EffectObjectLog log;
+    QzTest::ScopedRecordingFactory factory(log);
+    root.Write("ini/Cursor.ini", "[Hand]\ntype=0\ncur=hand.cur\n");
+    root.Write("ini/Test.ini", "");
+    root.Write("hand.cur", "hand");
+    auto* pMgr = static_cast<CQzGuiMgr*>(CreateGuiMgr());
+    pMgr->Init(GetModuleHandleA(nullptr), harness.MainWindow(), 100, "Test.ini");
+    pMgr->GetCursorMgr()->SetCursorByName("Hand");
+    const HCURSOR hHand = GetCursor();
+    ASSERT_TRUE(QzPlatform::Host::DescribeCursor(hHand).valid);
+    pMgr->Release();
+    EXPECT_EQ(1, log.nReleased);
+    EXPECT_FALSE(QzPlatform::Host::DescribeCursor(hHand).valid);
+}
+
+TEST(CursorMgrLifetime, WithoutAManagerOrAnEffectObjectNothingHappens)
+{
+    QzTest::Harness harness;
+    QzTest::EffectObjectLog log;
+    QzTest::ScopedRecordingFactory factory(log, true);
+    CQzCursorMgr cursors;
+    cursors.SetCursorByName("Hand");
+    cursors.DrawCursor();
+    EXPECT_FALSE(cursors.HasCursorName());
+    EXPECT_EQ(0, cursors.GetCursorType());
+    EXPECT_EQ(nullptr, cursors.GetCursorAniName());
+    EXPECT_EQ(0, log.nCreated);
+}
+
+// ---------------------------------------------------------------------------------------------
+// Type 0: cursor files the system shows
+
+TEST_F(CursorScene, AFileCursorIsShownByTheSystemAndRestartsTheEffect)
+{
+    m_pCursors->SetCursorByName("Hand");
+    EXPECT_TRUE(EndsWith(ShownFile(), "cursor/hand.cur")) << ShownFile();
+    EXPECT_EQ(0, m_pCursors->GetCursorType());
+    EXPECT_EQ(nullptr, m_pCursors->GetCursorAniName());
+    EXPECT_TRUE(m_pCursors->HasCursorName());
+    EXPECT_EQ(std::vector<std::string>{"StartEffect(null,0,0)"}, m_effectLog.calls);
+    EXPECT_TRUE(DrawnCursor().empty());
+}
+
+TEST_F(CursorScene, EachCursorFileIsLoadedOnceUntilTheCacheIsCleared)
+{
+    m_pCursors->SetCursorByName("Hand");
+    const HCURSOR hHand = GetCursor();
+    m_pCursors->SetCursorByName("Normal");
+    EXPECT_TRUE(EndsWith(ShownFile(), "cursor/arrow.cur")) << ShownFile();
+    m_pCursors->SetCursorByName("Grab"); // another name for the same file
+    EXPECT_EQ(hHand, GetCursor());
+    m_pCursors->SetCursorByName("Hand");
+    EXPECT_EQ(hHand, GetCursor());
+
+    m_pCursors->ClearCursorCache();
+    EXPECT_FALSE(QzPlatform::Host::DescribeCursor(hHand).valid);
+    m_pCursors->SetCursorByName("Grab");
+    EXPECT_NE(hHand, GetCursor());
+    EXPECT_TRUE(EndsWith(ShownFile(), "cursor/hand.cur")) << ShownFile();
+}
+
+TEST_F(CursorScene, AMissingCursorFileHidesTheSystemCursor)
+{
+    m_pCursors->SetCursorByName("Hand");
+    m_pCursors->SetCursorByName("Lost");
+    EXPECT_EQ(nullptr, GetCursor());
+    EXPECT_EQ(0, m_pCursors->GetCursorType());
+    EXPECT_TRUE(m_pCursors->HasCursorName());
+}
+
+// ---------------------------------------------------------------------------------------------
+// Type 1: animation sections drawn at the mouse
+
+TEST_F(CursorScene, AnAnimatedCursorHidesTheSystemCursorAndDrawsAtTheMouse)
+{
+    m_pCursors->SetCursorByName("Hand");
+    m_effectLog.calls.clear();
+    m_pCursors->SetCursorByName("Busy");
+    EXPECT_EQ(nullptr, GetCursor());
+    EXPECT_EQ(1, m_pCursors->GetCursorType());
+    EXPECT_STREQ("Busy", m_pCursors->GetCursorAniName());
+    EXPECT_EQ(std::vector<std::string>{"StartEffect(null,0,0)"}, m_effectLog.calls);
+
+    m_harness.MouseMove(40, 50);
+    m_harness.SetTime(1000); // 1000 / 200 = 5, frame 5 % 3 = 2
+    std::vector<QzTest::DrawCall> drawn = DrawnCursor();
+    ASSERT_EQ(1u, drawn.size());
+    EXPECT_EQ("img/c.png", drawn[0].texturePath);
+    EXPECT_EQ(40, drawn[0].x1);
+    EXPECT_EQ(50, drawn[0].y1);
+    EXPECT_FLOAT_EQ(1.0f, drawn[0].scale);
+}
+
+TEST_F(CursorScene, TheAnimatedCursorMovesOnAFrameEvery200Milliseconds)
+{
+    m_pCursors->SetCursorByName("Busy");
+    m_harness.SetTime(1199);
+    EXPECT_EQ("img/c.png", DrawnCursor().at(0).texturePath);
+    m_harness.SetTime(1200); // frame 6 % 3 = 0
+    EXPECT_EQ("img/a.png", DrawnCursor().at(0).texturePath);
+    m_harness.SetTime(1400);
+    EXPECT_EQ("img/b.png", DrawnCursor().at(0).texturePath);
+}
+
+TEST_F(CursorScene, ASectionWithoutFramesDrawsNothing)
+{
+    m_pCursors->SetCursorByName("Blank");
+    EXPECT_EQ(1, m_pCursors->GetCursorType());
+    EXPECT_TRUE(DrawnCursor().empty());
+}
+
+// ---------------------------------------------------------------------------------------------
+// Type 2: parts of the cursor manager's effect object
+
+TEST_F(CursorScene, AnEffectCursorAddsItsPartOnceAndPlaysEveryPart)
+{
+    m_pCursors->SetCursorByName("Spark");
+    EXPECT_EQ(2, m_pCursors->GetCursorType());
+    EXPECT_STREQ("SparkPart", m_pCursors->GetCursorAniName());
+    const std::vector<std::string> first = {"HasPart(SparkPart,0,0)", "AddPart(SparkPart,1,0)",
+                                            "PlayPart(-1)"};
+    EXPECT_EQ(first, m_effectLog.calls);
+
+    m_effectLog.mapIndexes["SparkPart"] = 4; // the object holds the part now
+    m_effectLog.calls.clear();
+    m_pCursors->SetCursorByName("Glow");
+    m_pCursors->SetCursorByName("Spark");
+    const std::vector<std::string> again = {"HasPart(GlowPart,0,0)", "AddPart(GlowPart,1,0)",
+                                            "PlayPart(-1)", "HasPart(SparkPart,0,0)"};
+    EXPECT_EQ(again, m_effectLog.calls);
+}
+
+TEST_F(CursorScene, AnEffectCursorDrawsItsPartAtTheTransformedMouse)
+{
+    m_pMgr->SetTransformCallback(
+        [](int x, int y, int* pX, int* pY)
+        {
+            *pX = x * 2;
+            *pY = y + 7;
+        });
+    m_pCursors->SetCursorByName("Spark");
+    m_harness.MouseMove(30, 40);
+    m_effectLog.calls.clear();
+    EXPECT_TRUE(DrawnCursor().empty());
+    EXPECT_EQ(std::vector<std::string>{"FindPart(SparkPart)"}, m_effectLog.calls);
+
+    m_effectLog.mapIndexes["SparkPart"] = 4;
+    m_effectLog.calls.clear();
+    DrawnCursor();
+    const std::vector<std::string> drawn = {"FindPart(SparkPart)", "Draw(60,47,4)"};
+    EXPECT_EQ(drawn, m_effectLog.calls);
+}
+
+// ---------------------------------------------------------------------------------------------
+// Names: repeated, unknown and forgotten
+
+TEST_F(CursorScene, TheSameNameAgainChangesNothingUntilTheNameIsForgotten)
+{
+    m_pCursors->SetCursorByName("Hand");
+    SetCursor(nullptr); // something else hid the cursor meanwhile
+    m_effectLog.calls.clear();
+    m_pCursors->SetCursorByName("Hand");
+    EXPECT_EQ(nullptr, GetCursor());
+    EXPECT_TRUE(m_effectLog.calls.empty());
+
+    m_pCursors->SetCursorByName(nullptr);
+    EXPECT_FALSE(m_pCursors->HasCursorName());
+    EXPECT_EQ(0, m_pCursors->GetCursorType());
+    m_pCursors->SetCursorByName("Hand");
+    EXPECT_TRUE(EndsWith(ShownFile(), "cursor/hand.cur")) << ShownFile();
+}
+
+TEST_F(CursorScene, AnUnknownNameKeepsTheCursorShown)
+{
+    m_pCursors->SetCursorByName("Busy");
+    m_effectLog.calls.clear();
+    m_pCursors->SetCursorByName("NoSuchCursor");
+    m_pCursors->SetCursorByName("");
+    EXPECT_EQ(1, m_pCursors->GetCursorType());
+    EXPECT_STREQ("Busy", m_pCursors->GetCursorAniName());
+    EXPECT_TRUE(m_effectLog.calls.empty());
+    // The last shown name still counts as the current one.
+    m_pCursors->SetCursorByName("Busy");
+    EXPECT_TRUE(m_effectLog.calls.empty());
+}
+
+// ---------------------------------------------------------------------------------------------
+// Windows setting cursors by name
+
+class CursorWindowScene : public CursorScene
+{
+protected:
+    explicit CursorWindowScene(const char* pszCursors = kCursors) : CursorScene(pszCursors)
+    {
+        m_dialog.AddCtrl(2, &m_ownCursor);
+        m_dialog.AddCtrl(3, &m_plain);
+        m_pMgr->AddDialog(&m_dialog, nullptr, true);
+        m_dialog.ShowWindow(SW_SHOW);
+    }
+    ~CursorWindowScene() override { m_pMgr->RemoveDialog(&m_dialog); }
+
+    CQzDialog m_dialog{1, nullptr};
+    CQzButton m_ownCursor;
+    CQzButton m_plain;
+};
+
+TEST_F(CursorWindowScene, SetCursorMessageShowsTheWindowsCursor)
+{
+    m_dialog.SendMessage(WM_SETCURSOR, 0, 0); // no name: the cursor stays alone
+    EXPECT_FALSE(m_pCursors->HasCursorName());
+
+    m_dialog.SetCursorName("Busy");
+    m_dialog.SendMessage(WM_SETCURSOR, 0, 0);
+    EXPECT_STREQ("Busy", m_pCursors->GetCursorAniName());
+    m_ownCursor.SendMessage(WM_SETCURSOR, 0, 0); // "Cursor=Hand" of its record
+    EXPECT_TRUE(EndsWith(ShownFile(), "cursor/hand.cur")) << ShownFile();
+}
+
+TEST_F(CursorWindowScene, EnteringADialogResetsTheCursorWhenANormalCursorExists)
+{
+    m_pCursors->SetCursorByName("Busy");
+    m_harness.MouseMove(200, 200);
+    EXPECT_FALSE(m_pCursors->HasCursorName());
+    EXPECT_EQ(1, m_pCursors->GetCursorType()); // the reset only forgets the name
+}
+
+class CursorWithoutNormalScene : public CursorWindowScene
+{
+protected:
+    CursorWithoutNormalScene() : CursorWindowScene("[Busy]\ntype=1\ncur=Busy\n") {}
+};
+
+TEST_F(CursorWithoutNormalScene, EnteringADialogKeepsTheCursorWithoutANormalCursor)
+{
+    m_pCursors->SetCursorByName("Busy");
+    m_harness.MouseMove(200, 200);
+    EXPECT_TRUE(m_pCursors->HasCursorName());
+}
+
+TEST_F(CursorWindowScene, AButtonChangesTheCursorUnlessItsRecordConfiguresOne)
+{
+    m_ownCursor.ChangeCursor("Busy");
+    EXPECT_FALSE(m_pCursors->HasCursorName());
+    m_plain.ChangeCursor(nullptr);
+    EXPECT_FALSE(m_pCursors->HasCursorName());
+    m_plain.ChangeCursor("Busy");
+    EXPECT_STREQ("Busy", m_pCursors->GetCursorAniName());
+}
+
+} // namespace

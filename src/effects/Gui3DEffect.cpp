@@ -2,6 +2,7 @@
 
 #include "effects/GuiEffectInfo.h"
 
+#include <cstdint>
 #include <new>
 
 namespace
@@ -11,7 +12,8 @@ constexpr float kPi = 3.1415927f;
 // The plane the parts lie on is tilted back by 30 degrees for scaling, then tilted forward again.
 constexpr float kTilt = 0.5235988f;
 
-float DegreesToRadians(int nDegrees)
+// 64 bits: a rotation of the placement file added to the caller's may leave the int range.
+float DegreesToRadians(int64_t nDegrees)
 {
     return static_cast<float>(nDegrees) / 180.0f * kPi;
 }
@@ -127,7 +129,7 @@ void CGui3DEffect::SetPartRotation(int nDegrees, int nIndex)
         if (nIndex != -1 && part.nIndex != nIndex)
             continue;
         const QzEffectPlacement placement = CGuiEffectInfo::Instance().Get(part.strName.c_str());
-        part.fRotation = DegreesToRadians(nDegrees + placement.nRotation);
+        part.fRotation = DegreesToRadians(static_cast<int64_t>(nDegrees) + placement.nRotation);
     }
 }
 

@@ -1,6 +1,6 @@
-// Placement data from ini/Gui3DEffect.ini can move and scale a part anywhere: a part whose
-// place or size lies beyond the int range is off every screen and not drawn (no overflow),
-// while one that still fits is drawn where its values say.
+// Placement data from ini/Gui3DEffect.ini can move, scale and turn a part by any amount: a part
+// whose place or size lies beyond the int range is off every screen and not drawn, one that
+// still fits is drawn where its values say, and rotations add up without overflow.
 #include "effects/Gui3DEffect.h"
 #include "effects/GuiEffectInfo.h"
 #include "support/QzHarness.h"
@@ -56,6 +56,17 @@ TEST_F(EffectPlacementRangeTest, PartsBeyondTheIntRangeAreNotDrawn)
     EXPECT_EQ(Draw("Spark 0 0 0 0 1e30 1 0", 0, 0), "");
     EXPECT_EQ(Draw("Spark 0 0 10 0 nan 1 0", 0, 0), "");
     EXPECT_EQ(Draw("Spark 0 0 10 0 1 1 0", 5, 0), "15 0 20 10\n");
+}
+
+TEST_F(EffectPlacementRangeTest, RotationsOfFileAndCallerAddUpBeyondTheIntRange)
+{
+    m_root.Write("ini/Gui3DEffect.ini", "Spark 0 0 0 0 1 1 2147483647\n");
+    CGuiEffectInfo::Instance().Load("ini/Gui3DEffect.ini");
+    CGui3DEffect effect;
+    effect.AddEffect("Spark", 1, false);
+    effect.SetPartRotation(90, -1);
+    ASSERT_EQ(effect.GetParts().size(), 1u);
+    EXPECT_FLOAT_EQ(effect.GetParts()[0].fRotation, 2147483737.0f / 180.0f * 3.1415927f);
 }
 
 } // namespace

@@ -7,6 +7,7 @@
 #include "platform/services/QzStringTable.h"
 
 #include "platform/services/QzLog.h"
+#include "platform/services/QzText.h"
 #include "platform/system/QzPathResolve.h"
 
 #include <fstream>
@@ -33,20 +34,10 @@ StringTable& Table()
     return table;
 }
 
-bool IsBlank(char c)
+std::string TrimBlanks(std::string text)
 {
-    return c == ' ' || c == '\t' || c == '\r' || c == '\n';
-}
-
-std::string TrimBlanks(const std::string& text)
-{
-    size_t begin = 0;
-    size_t end = text.size();
-    while (begin < end && IsBlank(text[begin]))
-        ++begin;
-    while (end > begin && IsBlank(text[end - 1]))
-        --end;
-    return text.substr(begin, end - begin);
+    TrimText(text);
+    return text;
 }
 
 // Decimal id of at most 32 bits; false for anything else (empty, signs, letters, overflow).

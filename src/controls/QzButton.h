@@ -11,6 +11,8 @@ class CQzButton : public CQzCtrl
 {
 public:
     CQzButton() = default;
+    CQzButton(const CQzButton&) = default;
+    CQzButton& operator=(const CQzButton&) = default;
 
     ~CQzButton() override = default;
     void OnMouseMove(UINT /*nFlags*/, POINT /*point*/) override {}

@@ -12,6 +12,8 @@ class CQzCheck : public CQzCtrl
 {
 public:
     CQzCheck() = default;
+    CQzCheck(const CQzCheck&) = default;
+    CQzCheck& operator=(const CQzCheck&) = default;
 
     ~CQzCheck() override = default;
     BOOL LoadWndInfo() override;

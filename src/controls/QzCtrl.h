@@ -33,6 +33,8 @@ class CQzCtrl : public CQzBaseWindow
 {
 public:
     CQzCtrl();
+    CQzCtrl(const CQzCtrl&) = default;
+    CQzCtrl& operator=(const CQzCtrl&) = default;
 
     // CQzBaseWindow overrides.
     ~CQzCtrl() override;

@@ -11,6 +11,8 @@ class CQzImage : public CQzCtrl
 {
 public:
     CQzImage();
+    CQzImage(const CQzImage&) = default;
+    CQzImage& operator=(const CQzImage&) = default;
 
     ~CQzImage() override = default;
     void OnLButtonDown(UINT nFlags, POINT point) override;

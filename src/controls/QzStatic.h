@@ -10,6 +10,8 @@ class CQzStatic : public CQzCtrl
 {
 public:
     CQzStatic() = default;
+    CQzStatic(const CQzStatic&) = default;
+    CQzStatic& operator=(const CQzStatic&) = default;
 
     ~CQzStatic() override;
     int GetWndType() override { return QZ_WND_STATIC; }

@@ -20,6 +20,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <stdexcept>
+#include <utility>
 #include <vector>
 
 namespace QzGui
@@ -104,6 +105,92 @@ void CheckFlagPosition(size_t nPos)
 
 CQzBaseWindow::CQzBaseWindow() = default;
 
+CQzBaseWindow::CQzBaseWindow(const CQzBaseWindow& other)
+{
+    CopyValues(other);
+    CopyResources(other);
+}
+
+CQzBaseWindow& CQzBaseWindow::operator=(const CQzBaseWindow& other)
+{
+    if (this == &other)
+        return *this;
+    ReleaseResources();
+    CopyValues(other);
+    CopyResources(other);
+    return *this;
+}
+
+// Every member except what the window owns (effects, bitmap, region): CopyResources makes
+// those.
+void CQzBaseWindow::CopyValues(const CQzBaseWindow& other)
+{
+    m_pQzGuiMgr = other.m_pQzGuiMgr;
+    m_bMouseIn = other.m_bMouseIn;
+    m_bShowBack = other.m_bShowBack;
+    m_wState = other.m_wState;
+    m_nParentId = other.m_nParentId;
+    m_pWndInfo = other.m_pWndInfo;
+    m_byAlpha = other.m_byAlpha;
+    m_nInfoVariant = other.m_nInfoVariant;
+    m_bUseInfo = other.m_bUseInfo;
+    m_nInfoId = other.m_nInfoId;
+    m_nUserData1 = other.m_nUserData1;
+    m_nUserData2 = other.m_nUserData2;
+    m_ptPicOffset = other.m_ptPicOffset;
+    m_ptPicOffset2 = other.m_ptPicOffset2;
+    m_nOffsetFrame = other.m_nOffsetFrame;
+    m_bVisible = other.m_bVisible;
+    m_nBackType = other.m_nBackType;
+    m_bFrameMode = other.m_bFrameMode;
+    m_rcAniOffset = other.m_rcAniOffset;
+    m_bEnable = other.m_bEnable;
+    m_bDisable = other.m_bDisable;
+    m_nId = other.m_nId;
+    m_rcWindow = other.m_rcWindow;
+    m_rcLocal = other.m_rcLocal;
+    m_rcOrigin = other.m_rcOrigin;
+    m_pParent = other.m_pParent;
+    m_strCursor = other.m_strCursor;
+    m_strAniName = other.m_strAniName;
+    m_lstTimer = other.m_lstTimer;
+    m_setUserFlag = other.m_setUserFlag;
+    m_strBackFile = other.m_strBackFile;
+}
+
+// Own effect layers sharing the source's effect objects, an own bitmap of the same file and an
+// own copy of a region the source owns (a region the host set stays shared, as the host's).
+void CQzBaseWindow::CopyResources(const CQzBaseWindow& other)
+{
+    if (other.m_pBackEffect)
+        m_pBackEffect = new CGui3DEffect(*other.m_pBackEffect);
+    if (other.m_pFrontEffect)
+        m_pFrontEffect = new CGui3DEffect(*other.m_pFrontEffect);
+    if (other.m_pBackBitmap && !m_strBackFile.empty())
+        m_pBackBitmap = MyBitmapCreate(m_strBackFile.c_str());
+    m_hRgn = other.m_hRgn;
+    m_bOwnRgn = false;
+    if (!other.m_bOwnRgn || !other.m_hRgn)
+        return;
+    HRGN hCopy = ::CreateRectRgn(0, 0, 0, 0);
+    if (hCopy && ::CombineRgn(hCopy, other.m_hRgn, nullptr, RGN_COPY) == ERROR)
+    {
+        ::DeleteObject(hCopy);
+        hCopy = nullptr;
+    }
+    m_hRgn = hCopy;
+    m_bOwnRgn = hCopy != nullptr;
+}
+
+void CQzBaseWindow::ReleaseResources()
+{
+    delete std::exchange(m_pBackEffect, nullptr);
+    delete std::exchange(m_pFrontEffect, nullptr);
+    if (m_pBackBitmap)
+        std::exchange(m_pBackBitmap, nullptr)->Release();
+    ReleaseOwnedRegion();
+}
+
 CQzBaseWindow::~CQzBaseWindow()
 {
     // A host may delete its windows after it released the manager: only a manager that is
@@ -111,11 +198,7 @@ CQzBaseWindow::~CQzBaseWindow()
     CQzGuiHelper* pHelper = CQzGuiHelper::Instance();
     if (m_pQzGuiMgr && pHelper && pHelper->IsRegistered(m_pQzGuiMgr))
         GetMgr()->ForgetWindow(this);
-    delete m_pBackEffect;
-    delete m_pFrontEffect;
-    if (m_pBackBitmap)
-        m_pBackBitmap->Release();
-    ReleaseOwnedRegion();
+    ReleaseResources();
 }
 
 BOOL CQzBaseWindow::Create(IQzGuiMgr* pGuiMgr)
@@ -235,6 +318,7 @@ void CQzBaseWindow::LoadBackFile(const char* pszFile)
     if (m_pBackBitmap)
         m_pBackBitmap->Release();
     m_pBackBitmap = MyBitmapCreate(pszFile);
+    m_strBackFile = pszFile;
 }
 
 // The region table's region for the record's identifiers; the window owns what it gets.

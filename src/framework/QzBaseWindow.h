@@ -39,8 +39,11 @@ class CQzBaseWindow
 {
 public:
     CQzBaseWindow();
-    CQzBaseWindow(const CQzBaseWindow&) = delete;
-    CQzBaseWindow& operator=(const CQzBaseWindow&) = delete;
+    // A copy takes every value of the source. It holds its own 3D effect layers (sharing the
+    // source's effect objects), its own back bitmap and its own copy of an owned region, so
+    // either window may be destroyed first. A copy is in no manager's window tree.
+    CQzBaseWindow(const CQzBaseWindow& other);
+    CQzBaseWindow& operator=(const CQzBaseWindow& other);
 
     // Virtual operations, in slot order.
     virtual ~CQzBaseWindow();
@@ -207,6 +210,9 @@ protected:
     void DrawTextured();
     bool DrawBackImage(const CQzBackDrawer& drawer, IDataAni* pAni, POINT& ptDrawn);
     void ReleaseOwnedRegion();
+    void ReleaseResources();
+    void CopyValues(const CQzBaseWindow& other);
+    void CopyResources(const CQzBaseWindow& other);
     void ReleaseCaptureIfHeld();
     CQzCursorMgr* GetCursorMgr() const;
 
@@ -246,6 +252,8 @@ protected:
     std::bitset<1> m_setUserFlag;
     // The region came from the layout manager's region table and is this window's to delete.
     bool m_bOwnRgn = false;
+    // File of m_pBackBitmap, so that a copy loads its own bitmap.
+    std::string m_strBackFile;
 };
 
 } // namespace QzGui

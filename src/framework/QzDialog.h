@@ -43,6 +43,9 @@ public:
     using Handler = std::function<void(CQzDialog*)>;
 
     CQzDialog(DWORD nId, CQzBaseWindow* pParent);
+    // A dialog is registered with a manager and owns the creation of its controls: no copies.
+    CQzDialog(const CQzDialog&) = delete;
+    CQzDialog& operator=(const CQzDialog&) = delete;
 
     // CQzBaseWindow overrides.
     ~CQzDialog() override;

@@ -1,0 +1,131 @@
+// Copies of controls: a copy takes every value of its source but owns its own effect layers,
+// back bitmap and click region, so copies and sources are destroyed in any order.
+#include "ControlScene.h"
+
+#include "controls/QzButton.h"
+#include "platform/system/QzKernelHost.h"
+
+#include <cstdint>
+
+namespace ControlTest
+{
+
+namespace
+{
+
+// A button that lets the test see what it owns.
+class PeekButton : public CQzButton
+{
+public:
+    HRGN Region() const { return m_hRgn; }
+    IMyBitmap* Bitmap() const { return m_pBackBitmap; }
+};
+
+void Put32(std::string& bytes, uint32_t value)
+{
+    for (int i = 0; i < 4; ++i)
+        bytes.push_back(static_cast<char>((value >> (8 * i)) & 0xFF));
+}
+
+// ini/Rgn.dat with one region, the rectangle (200, 200, 210, 210), for control 11 of dialog 300.
+std::string RegionFile()
+{
+    std::string data;
+    for (uint32_t value : {32u, 1u, 1u, 16u, 200u, 200u, 210u, 210u, 200u, 200u, 210u, 210u})
+        Put32(data, value);
+    std::string bytes;
+    for (uint32_t value : {1u, kDialogId, 11u, static_cast<uint32_t>(data.size()), 0u})
+        Put32(bytes, value);
+    return bytes + data;
+}
+
+class CtrlCopy : public ControlScene
+{
+protected:
+    CtrlCopy()
+    {
+        m_root.Write("ini/Rgn.dat", RegionFile());
+        m_pMgr->GetInfoMgr()->ReloadLayout("Test.ini");
+        m_pSource = AddCtrl<PeekButton>(11, {10, 10, 50, 30}, {{"BackFile", "img/f1.png"}});
+        m_pRecord->AddFlags(WNDINFO_FLAG_REGION);
+        m_pRecord->SetFgEffect("Look");
+        m_pRecord->SetBackShowMode(5);
+        Open();
+        m_pSource->SetWindowText("Hello");
+        m_pSource->SetTag(42);
+    }
+
+    // Front-effect sprites drawn by the window in a fresh recording.
+    size_t EffectDraws(CQzBaseWindow& window)
+    {
+        m_harness.Device().Clear();
+        window.UpdateEffects();
+        window.DrawFrontEffect();
+        return m_harness.Device().Calls(QzTest::DrawKind::Texture).size();
+    }
+
+    PeekButton* m_pSource = nullptr;
+};
+
+} // namespace
+
+TEST_F(CtrlCopy, CopyTakesTheValuesAndOwnsItsResources)
+{
+    ASSERT_NE(nullptr, m_pSource->Region());
+    ASSERT_NE(nullptr, m_pSource->Bitmap());
+    PeekButton copy(*m_pSource);
+
+    EXPECT_STREQ("Hello", copy.GetWindowText());
+    EXPECT_EQ(42, copy.GetTag());
+    EXPECT_EQ(11u, copy.GetId());
+    EXPECT_TRUE(copy.HasFrontEffect("Look"));
+    EXPECT_NE(m_pSource->Region(), copy.Region());
+    EXPECT_TRUE(copy.PtInWindow(205, 205));
+    EXPECT_FALSE(copy.PtInWindow(115, 115));
+    EXPECT_NE(nullptr, copy.Bitmap());
+    EXPECT_NE(m_pSource->Bitmap(), copy.Bitmap());
+}
+
+TEST_F(CtrlCopy, SourceKeepsWorkingAfterItsCopiesAreGone)
+{
+    const HRGN hRegion = m_pSource->Region();
+    {
+        PeekButton copy(*m_pSource);
+        PeekButton assigned;
+        assigned.SetRegion(CreateRectRgn(0, 0, 5, 5));
+        assigned = copy;
+        EXPECT_TRUE(assigned.PtInWindow(205, 205));
+        EXPECT_EQ(1u, EffectDraws(assigned));
+    }
+    EXPECT_FALSE(QzPlatform::GetRegionRects(hRegion).empty());
+    EXPECT_TRUE(m_pSource->PtInWindow(205, 205));
+    EXPECT_EQ(1u, EffectDraws(*m_pSource));
+}
+
+TEST_F(CtrlCopy, CopyOutlivesItsSource)
+{
+    auto source = std::make_unique<PeekButton>();
+    source->SetId(11);
+    source->SetParent(&m_dialog);
+    ASSERT_TRUE(source->Create(m_pMgr));
+    auto copy = std::make_unique<PeekButton>(*source);
+    source.reset();
+    EXPECT_TRUE(copy->PtInWindow(205, 205));
+    EXPECT_EQ(1u, EffectDraws(*copy));
+    EXPECT_FALSE(QzPlatform::GetRegionRects(copy->Region()).empty());
+}
+
+TEST_F(CtrlCopy, HostRegionStaysSharedWithTheHost)
+{
+    const HRGN hHost = CreateRectRgn(0, 0, 5, 5);
+    {
+        PeekButton window;
+        window.SetRegion(hHost);
+        PeekButton copy(window);
+        EXPECT_EQ(hHost, copy.Region());
+    }
+    EXPECT_FALSE(QzPlatform::GetRegionRects(hHost).empty());
+    DeleteObject(hHost);
+}
+
+} // namespace ControlTest

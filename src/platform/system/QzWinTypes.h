@@ -444,3 +444,12 @@ struct COMPOSITIONFORM
 #ifndef VARIABLE_PITCH
 #define VARIABLE_PITCH 2
 #endif
+
+// Scroll codes of WM_HSCROLL and WM_VSCROLL (low word of wParam).
+#ifndef SB_LINEUP
+#define SB_LINEUP 0
+#define SB_LINEDOWN 1
+#define SB_PAGEUP 2
+#define SB_PAGEDOWN 3
+#define SB_ENDSCROLL 8
+#endif

@@ -5,6 +5,16 @@
 namespace QzPlatform
 {
 
+namespace
+{
+
+uint8_t ModeAlpha(int drawMode, uint8_t alpha)
+{
+    return drawMode == QZ_DRAWMODE_TRAIL ? static_cast<uint8_t>(alpha / 2) : alpha;
+}
+
+} // namespace
+
 CDataAni::CDataAni(const AniSectionSpec& desc)
 {
     m_vecFrames.reserve(desc.frames.size());
@@ -13,22 +23,26 @@ CDataAni::CDataAni(const AniSectionSpec& desc)
                                  frame);
 }
 
-BOOL CDataAni::ShowAni(int frame, int x, int y, int, int, float scale, uint8_t alpha)
+BOOL CDataAni::ShowAni(int frame, int x, int y, int drawMode, int, float scale, uint8_t alpha)
 {
     CDataFrame* pFrame = Find(frame);
     if (!pFrame)
         return FALSE;
     const SizeI frameSize = pFrame->GetSize();
-    return pFrame->Draw(nullptr, x, y, frameSize.cx, frameSize.cy, alpha, scale) ? TRUE : FALSE;
+    return pFrame->Draw(nullptr, x, y, frameSize.cx, frameSize.cy, ModeAlpha(drawMode, alpha),
+                        scale)
+               ? TRUE
+               : FALSE;
 }
 
-BOOL CDataAni::ShowAniEx(int frame, int x, int y, const RECT* source, int width, int height, int,
-                         int, float scale, uint8_t alpha)
+BOOL CDataAni::ShowAniEx(int frame, int x, int y, const RECT* source, int width, int height,
+                         int drawMode, int, float scale, uint8_t alpha)
 {
     const CDataFrame* pFrame = Find(frame);
     if (!pFrame)
         return FALSE;
-    return pFrame->Draw(source, x, y, width, height, alpha, scale) ? TRUE : FALSE;
+    return pFrame->Draw(source, x, y, width, height, ModeAlpha(drawMode, alpha), scale) ? TRUE
+                                                                                        : FALSE;
 }
 
 BOOL CDataAni::GetAniSize(C3_SIZE& size, int frame)

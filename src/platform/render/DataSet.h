@@ -27,8 +27,12 @@ protected:
     ~IDataFrame() = default;
 };
 
-// An animation section: a numbered list of frames. drawMode and reserved are accepted for the
-// callers' sake and do not change the drawing.
+// Draw mode of a fading trail (a progress bar's previous value): drawn at half the opacity.
+constexpr int QZ_DRAWMODE_TRAIL = 99;
+
+// An animation section: a numbered list of frames. drawMode QZ_DRAWMODE_TRAIL halves the
+// opacity; other draw modes and reserved are accepted for the callers' sake and do not change
+// the drawing.
 class IDataAni
 {
 public:

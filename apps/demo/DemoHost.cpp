@@ -64,6 +64,7 @@ CDemoHost::~CDemoHost()
     if (m_pGuiMgr)
     {
         m_pGuiMgr->RemoveDialog(&m_showcase);
+        m_pGuiMgr->RemoveDialog(&m_controls);
         for (auto& dialog : m_vecDialogs)
             m_pGuiMgr->RemoveDialog(dialog.get());
     }
@@ -104,6 +105,10 @@ void CDemoHost::AddDialogs()
 {
     m_pGuiMgr->AddDialog(&m_showcase, nullptr, false);
     m_showcase.ShowWindow(SW_SHOW);
+    m_pGuiMgr->AddDialog(&m_controls, nullptr, false);
+    m_controls.ShowWindow(SW_SHOW);
+    m_pPanelCaption = std::make_unique<CPanelCaption>(m_pGuiMgr, CControlsDialog::kPanelId);
+    m_pGuiMgr->SetDrawHook(m_pPanelCaption.get(), CControlsDialog::kPanelId);
     for (const DemoDialog& entry : kDialogs)
     {
         m_vecDialogs.push_back(std::make_unique<CLabelDialog>(entry.nId, entry.pszLabel));
@@ -263,7 +268,10 @@ void CDemoHost::RunStep(const DemoStep& step)
 
 bool CDemoHost::RunScript(const CDemoScript& script, const std::string& outDir, std::string& error)
 {
-    QzPlatform::Host::SetTime(100000);
+    // The manual clock starts once; a second script goes on from where the first stopped.
+    if (!m_bManualClock)
+        QzPlatform::Host::SetTime(100000);
+    m_bManualClock = true;
     RunFrame();
     for (const DemoStep& step : script.Steps())
     {

@@ -3,8 +3,10 @@
 // goes to the manager first, the way a game passes its messages to the GUI.
 #pragma once
 
+#include "ControlsDialog.h"
 #include "DemoScript.h"
 #include "LabelDialog.h"
+#include "PanelCaption.h"
 #include "ShowcaseDialog.h"
 
 #include "framework/IQzGuiMgr.h"
@@ -35,7 +37,8 @@ public:
 
     // Dispatches the posted messages, then draws one frame.
     void RunFrame();
-    // Runs a script headless on the manual clock; screenshots go to outDir.
+    // Runs a script headless on the manual clock (from 100000 ms on for the first script);
+    // screenshots go to outDir.
     bool RunScript(const CDemoScript& script, const std::string& outDir, std::string& error);
     bool SaveShot(const std::string& outDir, const std::string& name, std::string& error);
 
@@ -55,6 +58,9 @@ private:
     std::unique_ptr<QzPlatform::CCairoDevice> m_pDevice;
     QzGui::IQzGuiMgr* m_pGuiMgr = nullptr;
     CShowcaseDialog m_showcase;
+    CControlsDialog m_controls;
+    std::unique_ptr<CPanelCaption> m_pPanelCaption;
     std::vector<std::unique_ptr<CLabelDialog>> m_vecDialogs;
     CLabelDialog* m_pFlyingDialog = nullptr;
+    bool m_bManualClock = false;
 };

@@ -14,7 +14,8 @@
 namespace
 {
 
-const char* const kDefaultScript = "scripts/showcase.txt";
+// Without --script the headless demo runs the bundle's scripts one after the other.
+const char* const kDefaultScripts[] = {"scripts/showcase.txt", "scripts/controls.txt"};
 
 std::string AbsolutePath(const std::string& path)
 {
@@ -24,20 +25,30 @@ std::string AbsolutePath(const std::string& path)
     return getcwd(cwd, sizeof(cwd)) ? std::string(cwd) + "/" + path : path;
 }
 
-int RunHeadless(CDemoHost& host, const DemoOptions& options)
+bool RunScriptFile(CDemoHost& host, const std::string& path, const std::string& outDir)
 {
     CDemoScript script;
     std::string error;
-    const std::string path = options.strScript.empty() ? kDefaultScript : options.strScript;
-    if (!script.Load(path, error))
+    if (script.Load(path, error) && host.RunScript(script, outDir, error))
+        return true;
+    std::fprintf(stderr, "qzgui-demo: %s\n", error.c_str());
+    return false;
+}
+
+int RunHeadless(CDemoHost& host, const DemoOptions& options)
+{
+    if (!options.strScript.empty())
     {
-        std::fprintf(stderr, "qzgui-demo: %s\n", error.c_str());
-        return 1;
+        if (!RunScriptFile(host, options.strScript, options.strOutDir))
+            return 1;
     }
-    if (!host.RunScript(script, options.strOutDir, error))
+    else
     {
-        std::fprintf(stderr, "qzgui-demo: %s\n", error.c_str());
-        return 1;
+        for (const char* path : kDefaultScripts)
+        {
+            if (!RunScriptFile(host, path, options.strOutDir))
+                return 1;
+        }
     }
     std::printf("qzgui-demo: screenshots in %s\n", options.strOutDir.c_str());
     return 0;

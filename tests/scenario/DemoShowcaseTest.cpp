@@ -2,17 +2,12 @@
 // screenshots: the first button takes the hover and pressed looks of the sample buttons beside
 // it, typing leaves the rest of the window as it was, a dragged window moves with the mouse,
 // and a window flies in to its place and away again.
-#include "support/ImageComparePng.h"
-
-#include <gtest/gtest.h>
-
-#include <cstdlib>
-#include <filesystem>
-#include <string>
-#include <unistd.h>
+#include "DemoRun.h"
 
 namespace
 {
+
+using DemoScenario::CountDiffs;
 
 const int kButtonTop = 111;
 const int kButtonBottom = 137;
@@ -22,27 +17,14 @@ const int kButtonGap = 110;
 class DemoShowcase : public ::testing::Test
 {
 protected:
-    static void SetUpTestSuite()
+    static void SetUpTestSuite() { s_run = new DemoScenario::DemoRun(""); }
+    static void TearDownTestSuite()
     {
-        // One folder per process: CTest runs the cases of this suite in parallel.
-        s_out = std::filesystem::temp_directory_path() /
-                ("qzgui-demo-scenario-" + std::to_string(getpid()));
-        std::filesystem::remove_all(s_out);
-        const std::string command = std::string(QZGUI_BINARY_DIR) +
-                                    "/apps/demo/qzgui-demo --headless --out " + s_out.string() +
-                                    " > /dev/null";
-        s_exitCode = std::system(command.c_str());
+        delete s_run;
+        s_run = nullptr;
     }
 
-    static void TearDownTestSuite() { std::filesystem::remove_all(s_out); }
-
-    static QzTest::Image Shot(const char* name)
-    {
-        QzTest::Image image;
-        EXPECT_TRUE(QzTest::ReadPng((s_out / (std::string(name) + ".png")).string(), image))
-            << name;
-        return image;
-    }
+    static QzTest::Image Shot(const char* name) { return s_run->Shot(name); }
 
     // True when the left strip of button `index` (no caption there) looks like that of button
     // `sample` in the same screenshot.
@@ -60,26 +42,24 @@ protected:
         return true;
     }
 
-    static std::filesystem::path s_out;
-    static int s_exitCode;
+    static DemoScenario::DemoRun* s_run;
 };
 
-std::filesystem::path DemoShowcase::s_out;
-int DemoShowcase::s_exitCode = -1;
+DemoScenario::DemoRun* DemoShowcase::s_run = nullptr;
 
 } // namespace
 
 TEST_F(DemoShowcase, RunsHeadlessAndWritesEveryScreenshot)
 {
-    ASSERT_EQ(0, s_exitCode);
+    ASSERT_EQ(0, s_run->ExitCode());
     for (const char* name :
          {"01-start", "02-hover-button", "03-pressed-button", "04-after-input", "05-mask-corner"})
-        EXPECT_TRUE(std::filesystem::exists(s_out / (std::string(name) + ".png"))) << name;
+        EXPECT_TRUE(s_run->HasShot(name)) << name;
 }
 
 TEST_F(DemoShowcase, FirstButtonShowsNormalHoverAndPressedLooks)
 {
-    ASSERT_EQ(0, s_exitCode);
+    ASSERT_EQ(0, s_run->ExitCode());
     QzTest::Image start = Shot("01-start");
     QzTest::Image hover = Shot("02-hover-button");
     QzTest::Image pressed = Shot("03-pressed-button");
@@ -93,7 +73,7 @@ TEST_F(DemoShowcase, FirstButtonShowsNormalHoverAndPressedLooks)
 
 TEST_F(DemoShowcase, InputChangesOnlyTheInteractivePartsOfTheWindow)
 {
-    ASSERT_EQ(0, s_exitCode);
+    ASSERT_EQ(0, s_run->ExitCode());
     QzTest::Image start = Shot("01-start");
     QzTest::Image after = Shot("04-after-input");
     // The title of the panel is untouched; the typed-text line is not.
@@ -110,20 +90,9 @@ TEST_F(DemoShowcase, InputChangesOnlyTheInteractivePartsOfTheWindow)
     EXPECT_GT(typedDiffs, 50);
 }
 
-// Counts the pixels of the rectangle that differ between a and b, with b read at an offset.
-static int CountDiffs(const QzTest::Image& a, const QzTest::Image& b, int left, int top, int right,
-                      int bottom, int dx = 0, int dy = 0)
-{
-    int diffs = 0;
-    for (int y = top; y < bottom; ++y)
-        for (int x = left; x < right; ++x)
-            diffs += a.At(x, y) != b.At(x + dx, y + dy) ? 1 : 0;
-    return diffs;
-}
-
 TEST_F(DemoShowcase, DraggedWindowMovesWithTheMouse)
 {
-    ASSERT_EQ(0, s_exitCode);
+    ASSERT_EQ(0, s_run->ExitCode());
     QzTest::Image start = Shot("01-start");
     QzTest::Image dragged = Shot("06-dragged");
     // The title and the first row of the showcase, 40 pixels right and down.
@@ -133,7 +102,7 @@ TEST_F(DemoShowcase, DraggedWindowMovesWithTheMouse)
 
 TEST_F(DemoShowcase, WindowFliesInToItsPlaceAndAwayAgain)
 {
-    ASSERT_EQ(0, s_exitCode);
+    ASSERT_EQ(0, s_run->ExitCode());
     QzTest::Image before = Shot("07-row-on-top");
     QzTest::Image flying = Shot("08-flying-in");
     QzTest::Image arrived = Shot("09-flown-in");

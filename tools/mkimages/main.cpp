@@ -324,6 +324,38 @@ void MakeProgressFill()
               });
 }
 
+// Segmented progress fill, one 36 x 16 segment: the fill gradient with a dark 2-pixel gap at
+// its right end, so that whole segments drawn side by side read as blocks.
+void MakeProgressSegment()
+{
+    MakeImage("progress_seg.png", 36, 16,
+              [](cairo_t* cr)
+              {
+                  SetVerticalGradient(cr, 0, 16, 0xFF8CC8FF, 0xFF2E5E9C);
+                  cairo_paint(cr);
+                  FillRect(cr, 34, 0, 2, 16, kSkinShade);
+              });
+}
+
+// Vertical progress bar, 16 x 132: a trough and a fill that grows from the bottom.
+void MakeVerticalProgress()
+{
+    MakeImage("progress_vback.png", 16, 132,
+              [](cairo_t* cr)
+              {
+                  FillRect(cr, 0, 0, 16, 132, kSkinShade);
+                  OutlineRect(cr, 0, 0, 16, 132, kSkinBorder);
+                  Bevel(cr, 0, 0, 16, 132, true);
+              });
+    MakeImage("progress_vfill.png", 16, 132,
+              [](cairo_t* cr)
+              {
+                  SetVerticalGradient(cr, 0, 132, 0xFFFFD36B, 0xFFD0602A);
+                  cairo_paint(cr);
+                  FillRect(cr, 2, 0, 2, 132, 0x50FFFFFF);
+              });
+}
+
 // Slider track, 200 x 8: a thin sunken groove.
 void MakeSliderTrack()
 {
@@ -485,6 +517,8 @@ int main(int argc, char** argv)
     MakeRoundMask();
     MakeProgressBack();
     MakeProgressFill();
+    MakeProgressSegment();
+    MakeVerticalProgress();
     MakeSliderTrack();
     MakeSliderThumb();
     MakeScrollButton("scroll_up.png", true);

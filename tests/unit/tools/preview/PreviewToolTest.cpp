@@ -1,0 +1,222 @@
+// The preview tool run in this process: its command line and exit status, the cases where it
+// must not write a picture, and a small bundle rendered to a PNG whose pixels are checked: the
+// dialog's skin where the dialog is, each control's skin where its record puts it, and the
+// clear colour elsewhere.
+#include "../../../../tools/preview/PreviewTool.h"
+
+#include "CCairoDevice.h"
+#include "support/LogCapture.h"
+#include "support/TempDataDir.h"
+
+#include <gtest/gtest.h>
+
+#include <cairo.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <cstring>
+#include <string>
+#include <vector>
+
+namespace
+{
+
+using QzPreview::CPreviewTool;
+
+struct ToolResult
+{
+    int status = -1;
+    std::string out;
+    std::string err;
+};
+
+ToolResult RunTool(std::vector<std::string> args)
+{
+    args.insert(args.begin(), "qzgui-preview");
+    std::vector<const char*> argv;
+    for (const std::string& arg : args)
+        argv.push_back(arg.c_str());
+    ToolResult result;
+    result.status =
+        CPreviewTool::Run(static_cast<int>(argv.size()), argv.data(), result.out, result.err);
+    return result;
+}
+
+// Opaque colours, as cairo keeps them (ARGB in a native 32-bit word).
+constexpr uint32_t kRed = 0xFFFF0000;
+constexpr uint32_t kGreen = 0xFF00FF00;
+constexpr uint32_t kBlue = 0xFF0000FF;
+constexpr uint32_t kYellow = 0xFFFFFF00;
+constexpr uint32_t kWhite = 0xFFFFFFFF;
+constexpr uint32_t kClear = QzPlatform::CCairoDevice::kDefaultClearColor;
+
+void WriteSolidPng(const std::string& path, uint32_t argb, int width = 10)
+{
+    cairo_surface_t* surface = cairo_image_surface_create(CAIRO_FORMAT_ARGB32, width, 10);
+    cairo_t* cr = cairo_create(surface);
+    cairo_set_source_rgb(cr, ((argb >> 16) & 0xFF) / 255.0, ((argb >> 8) & 0xFF) / 255.0,
+                         (argb & 0xFF) / 255.0);
+    cairo_paint(cr);
+    cairo_destroy(cr);
+    EXPECT_EQ(CAIRO_STATUS_SUCCESS, cairo_surface_write_to_png(surface, path.c_str()));
+    cairo_surface_destroy(surface);
+}
+
+class Png
+{
+public:
+    explicit Png(const std::string& path)
+        : m_pSurface(cairo_image_surface_create_from_png(path.c_str()))
+    {
+    }
+    ~Png() { cairo_surface_destroy(m_pSurface); }
+    Png(const Png&) = delete;
+    Png& operator=(const Png&) = delete;
+
+    bool Ok() const { return cairo_surface_status(m_pSurface) == CAIRO_STATUS_SUCCESS; }
+    int Width() const { return cairo_image_surface_get_width(m_pSurface); }
+    int Height() const { return cairo_image_surface_get_height(m_pSurface); }
+    uint32_t At(int x, int y) const
+    {
+        uint32_t pixel = 0;
+        std::memcpy(&pixel,
+                    cairo_image_surface_get_data(m_pSurface) +
+                        y * cairo_image_surface_get_stride(m_pSurface) + x * 4,
+                    sizeof pixel);
+        return pixel;
+    }
+
+private:
+    cairo_surface_t* m_pSurface;
+};
+
+// A bundle with dialog 10 at (100, 50), 200 x 120, skinned red, that would fly in from the
+// left; its controls, each skinned in a colour of its own; a second dialog whose control must
+// not appear; a control section without a size; and section names that are not ids.
+class PreviewToolTest : public ::testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        data.Write("ani/Control.ani", "[Red]\nFrameAmount=1\nFrame0=images/red.png\n"
+                                      "[Green]\nFrameAmount=1\nFrame0=images/green.png\n"
+                                      "[Bar]\nFrameAmount=2\nFrame0=images/blue.png\n"
+                                      "Frame1=images/trough.png\n"
+                                      "[Yellow]\nFrameAmount=1\nFrame0=images/yellow.png\n"
+                                      "[White]\nFrameAmount=1\nFrame0=images/white.png\n");
+        data.MakeFolder("images");
+        WriteSolidPng(data.Folder() + "/images/red.png", kRed);
+        WriteSolidPng(data.Folder() + "/images/green.png", kGreen);
+        // A bar's fill is a part of its frame, not stretched: the frames are as wide as the bar.
+        WriteSolidPng(data.Folder() + "/images/blue.png", kBlue, 80);
+        WriteSolidPng(data.Folder() + "/images/trough.png", kWhite, 80);
+        WriteSolidPng(data.Folder() + "/images/yellow.png", kYellow);
+        WriteSolidPng(data.Folder() + "/images/white.png", kWhite);
+        data.Write("ini/Test.ini",
+                   "[0-10]\nx=100\ny=50\nw=200\nh=120\nAniSection=Red\nBackShowMode=2\nFlyDir=1\n"
+                   "; a button, a bar at half, a list (unknown here), a slider at half\n"
+                   "[10-1]\ntype=2\nx=10\ny=10\nw=30\nh=20\nAniSection=Green\nBackShowMode=2\n"
+                   "[10-2]\ntype=8\nx=10\ny=40\nw=80\nh=10\nAniSection=Bar\nProgressStyle=1\n"
+                   "[10-3]\ntype=7\nx=120\ny=10\nw=30\nh=30\nAniSection=Yellow\nBackShowMode=2\n"
+                   "[10-4]\ntype=15\nx=10\ny=70\nw=60\nh=10\nAniSection=White\nSliderBtnLen=10\n"
+                   "[10-5]\ntype=2\nx=0\ny=0\nw=10\n"
+                   "[abc]\n[10-x]\nw=1\nh=1\n"
+                   "[0-20]\nx=0\ny=0\nw=50\nh=50\n"
+                   "[20-1]\ntype=2\nx=150\ny=80\nw=20\nh=20\nAniSection=Green\nBackShowMode=2\n");
+    }
+
+    std::string OutPath() const { return data.Folder() + "/out.png"; }
+
+    QzTest::LogCapture log;
+    QzTest::TempDataDir data;
+};
+
+TEST_F(PreviewToolTest, DialogAndControlsAreDrawnWhereTheirRecordsPutThem)
+{
+    const ToolResult result =
+        RunTool({"--size", "400x300", "--frames", "3", data.Folder(), "Test.ini", "10", "out.png"});
+    ASSERT_EQ(result.status, 0) << result.err;
+    EXPECT_NE(result.out.find("dialog 10 with 4 controls"), std::string::npos) << result.out;
+
+    const Png png(OutPath());
+    ASSERT_TRUE(png.Ok());
+    ASSERT_EQ(png.Width(), 400);
+    ASSERT_EQ(png.Height(), 300);
+    // Outside the dialog, and inside it where no control is.
+    EXPECT_EQ(png.At(50, 40), kClear);
+    EXPECT_EQ(png.At(350, 200), kClear);
+    EXPECT_EQ(png.At(102, 52), kRed);
+    EXPECT_EQ(png.At(297, 167), kRed);
+    // The button; the list as an image with its skin.
+    EXPECT_EQ(png.At(125, 70), kGreen);
+    EXPECT_EQ(png.At(235, 75), kYellow);
+    // The bar is filled over 40 of its 80 pixels, on its back layer.
+    EXPECT_EQ(png.At(112, 95), kBlue);
+    EXPECT_EQ(png.At(148, 95), kBlue);
+    EXPECT_EQ(png.At(155, 95), kWhite);
+    EXPECT_EQ(png.At(195, 95), kRed);
+    // The slider draws only its thumb, 25 pixels along its 50-pixel track.
+    EXPECT_EQ(png.At(140, 125), kWhite);
+    EXPECT_EQ(png.At(115, 125), kRed);
+    // Dialog 20's control would lie at (250, 130) inside dialog 10.
+    EXPECT_EQ(png.At(260, 140), kRed);
+}
+
+TEST_F(PreviewToolTest, MissingBundleLayoutOrDialogFailsWithOneLineAndNoPicture)
+{
+    data.Write("ini/NoSize.ini", "[0-10]\nx=1\ny=1\nw=50\n");
+    const std::vector<std::vector<std::string>> cases = {
+        {data.Folder() + "/missing", "Test.ini", "10", OutPath()},
+        {data.Folder(), "Missing.ini", "10", OutPath()},
+        // Dialog 11 has no section.
+        {data.Folder(), "Test.ini", "11", OutPath()},
+        {data.Folder(), "NoSize.ini", "10", OutPath()},
+    };
+    for (const auto& args : cases)
+    {
+        const ToolResult result = RunTool(args);
+        EXPECT_EQ(result.status, 1) << args[1] << " " << args[2];
+        EXPECT_EQ(std::count(result.err.begin(), result.err.end(), '\n'), 1) << result.err;
+        EXPECT_EQ(result.err.rfind("qzgui-preview: ", 0), 0u) << result.err;
+        EXPECT_FALSE(data.Exists("out.png")) << args[1] << " " << args[2];
+    }
+}
+
+TEST_F(PreviewToolTest, UnwritablePictureFails)
+{
+    const ToolResult result = RunTool({data.Folder(), "Test.ini", "10", "no/such/folder/x.png"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_NE(result.err.find("cannot write"), std::string::npos) << result.err;
+}
+
+TEST(PreviewCommandLineTest, WrongCommandLinesExitWithUsage)
+{
+    const std::vector<std::vector<std::string>> cases = {
+        {},
+        {"b", "L.ini", "10"},
+        {"b", "L.ini", "10", "o.png", "extra"},
+        {"--size", "0x10", "b", "L.ini", "10", "o.png"},
+        {"--size", "10x", "b", "L.ini", "10", "o.png"},
+        {"--size", "8193x10", "b", "L.ini", "10", "o.png"},
+        {"--size", "-5x10", "b", "L.ini", "10", "o.png"},
+        {"--frames", "0", "b", "L.ini", "10", "o.png"},
+        {"--frames", "1001", "b", "L.ini", "10", "o.png"},
+        {"--frames", "2x", "b", "L.ini", "10", "o.png"},
+        {"b", "L.ini", "10", "o.png", "--frames"},
+        {"b", "L.ini", "0", "o.png"},
+        {"b", "L.ini", "65536", "o.png"},
+        {"b", "L.ini", "ten", "o.png"},
+        {"--scale", "2", "b", "L.ini", "10", "o.png"},
+    };
+    for (const auto& args : cases)
+    {
+        const ToolResult result = RunTool(args);
+        std::string line;
+        for (const std::string& arg : args)
+            line += arg + " ";
+        EXPECT_EQ(result.status, 2) << line;
+        EXPECT_NE(result.err.find("usage: qzgui-preview"), std::string::npos) << line;
+    }
+}
+
+} // namespace

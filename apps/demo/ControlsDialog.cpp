@@ -71,10 +71,10 @@ CControlsDialog::CControlsDialog() : CQzDialog(kId, nullptr)
     m_barCheck.SetWindowText("Bar");
     m_marquee.SetWindowText(QzPlatform::Utf8ToAnsi(kMarqueeText).c_str());
     // Listed bottom to top: the track image lies under the slider that drags over it.
-    AddCtrls(kCaptionId, &m_caption, kResetId, &m_reset, kPanelButtonId, &m_panel,
-             kMarqueeCheckId, &m_marqueeCheck, kBarCheckId, &m_barCheck, kTrackId, &m_track,
-             kSliderId, &m_slider, kQuieterId, &m_quieter, kLouderId, &m_louder, kBarId, &m_bar,
-             kSegmentsId, &m_segments, kVBarId, &m_vbar, kMarqueeId, &m_marquee);
+    AddCtrls(kCaptionId, &m_caption, kResetId, &m_reset, kPanelButtonId, &m_panel, kMarqueeCheckId,
+             &m_marqueeCheck, kBarCheckId, &m_barCheck, kTrackId, &m_track, kSliderId, &m_slider,
+             kQuieterId, &m_quieter, kLouderId, &m_louder, kBarId, &m_bar, kSegmentsId, &m_segments,
+             kVBarId, &m_vbar, kMarqueeId, &m_marquee);
 }
 
 void CControlsDialog::OnInitDialog(uint64_t)

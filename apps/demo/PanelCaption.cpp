@@ -8,8 +8,7 @@ namespace
 
 void Text(int x, int y, const char* pszText)
 {
-    QzPlatform::DrawGameText(x, y, 0xFFFFFFFF, pszText, nullptr, 12, TRUE, 0, 0xFF000000,
-                             nullptr);
+    QzPlatform::DrawGameText(x, y, 0xFFFFFFFF, pszText, nullptr, 12, TRUE, 0, 0xFF000000, nullptr);
 }
 
 } // namespace

@@ -28,8 +28,8 @@ public:
         std::string command = std::string(QZGUI_BINARY_DIR) +
                               "/apps/demo/qzgui-demo --headless --out " + m_out.string();
         if (!script.empty())
-            command += " --script " + std::string(QZGUI_BINARY_DIR) + "/demo-bundle/scripts/" +
-                       script;
+            command +=
+                " --script " + std::string(QZGUI_BINARY_DIR) + "/demo-bundle/scripts/" + script;
         m_exitCode = std::system((command + " > /dev/null").c_str());
     }
     ~DemoRun() { std::filesystem::remove_all(m_out); }
@@ -55,8 +55,8 @@ private:
 };
 
 // Counts the pixels of the rectangle that differ between a and b, with b read at an offset.
-inline int CountDiffs(const QzTest::Image& a, const QzTest::Image& b, int left, int top,
-                      int right, int bottom, int dx = 0, int dy = 0)
+inline int CountDiffs(const QzTest::Image& a, const QzTest::Image& b, int left, int top, int right,
+                      int bottom, int dx = 0, int dy = 0)
 {
     int diffs = 0;
     for (int y = top; y < bottom; ++y)

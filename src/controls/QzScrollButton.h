@@ -39,7 +39,8 @@ public:
     BOOL Attach(CQzBaseWindow* pTarget, BYTE byKind);
     // Period of the repeat while a line button is held, in milliseconds.
     void SetInterval(DWORD nInterval) { m_nInterval = nInterval; }
-    // A null target is ignored: the button keeps the one it has.
+    // A null target is ignored: the button keeps the one it has. The target is not owned and
+    // must outlive the button; it is usually the dialog that holds the button.
     void SetTarget(CQzBaseWindow* pTarget);
 
 private:

@@ -49,7 +49,8 @@ public:
     // The value the thumb stands for, rounded to the nearest; 0 without a range or a track.
     int GetValue() const;
     WORD GetRange() const { return m_wRange; }
-    // A null target is ignored: the slider keeps the one it has.
+    // A null target is ignored: the slider keeps the one it has. The target is not owned and
+    // must outlive the slider; it is usually the dialog that holds the slider.
     void SetTarget(CQzBaseWindow* pTarget);
     void EnableDrag(bool bEnable) { m_bDragEnable = bEnable; }
     bool IsDragEnabled() const { return m_bDragEnable; }

@@ -379,8 +379,7 @@ void CQzCtrl::ShowSingleLineText()
     x += m_rcWindow.left + m_ptTextOffset.x;
     y += m_rcWindow.top + m_ptTextOffset.y;
     C3_SIZE drawn = {0, 0};
-    QzPlatform::DrawGameText(x, y, m_dwTextColor, m_strText.c_str(), m_strFont.c_str(),
-                             m_sizeFont.iHeight, kTextShadow, kTextStyle, kShadowColor, &drawn);
+    DrawCaption(x, y, m_strText.c_str(), &drawn);
 }
 
 // Wraps at an even number of cells that fit the width; lines are measured in the face the
@@ -424,10 +423,20 @@ void CQzCtrl::ShowMultiLineText()
         if (m_wTextFormat == kAlignCentre)
             nLineX = nWidth / 2 - widths[i] / 2 + m_rcWindow.left + m_ptTextOffset.x;
         C3_SIZE drawn = {0, 0};
-        QzPlatform::DrawGameText(nLineX, y + i * nStep, m_dwTextColor, lines[i].c_str(),
-                                 m_strFont.c_str(), m_sizeFont.iHeight, kTextShadow, kTextStyle,
-                                 kShadowColor, &drawn);
+        DrawCaption(nLineX, y + i * nStep, lines[i].c_str(), &drawn);
     }
+}
+
+void CQzCtrl::DrawCaption(int x, int y, const char* pszText, C3_SIZE* pDrawn)
+{
+    QzPlatform::DrawGameText(x, y, m_dwTextColor, pszText, m_strFont.c_str(), m_sizeFont.iHeight,
+                             kTextShadow, kTextStyle, kShadowColor, pDrawn);
+}
+
+void CQzCtrl::DrawCaption(int x, int y, const wchar_t* pszText, C3_SIZE* pDrawn)
+{
+    QzPlatform::DrawGameText(x, y, m_dwTextColor, pszText, m_strFont.c_str(), m_sizeFont.iHeight,
+                             kTextShadow, kTextStyle, kShadowColor, pDrawn);
 }
 
 // ---------------------------------------------------------------------------------------------

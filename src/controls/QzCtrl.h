@@ -94,6 +94,9 @@ protected:
     void PlayClickSound();
     // WM_COMMAND with the code to the parent window; nothing without a parent.
     void NotifyParent(WORD nCode);
+    // Caption text at (x, y) in the control's colour, face and cell height, with its shadow.
+    void DrawCaption(int x, int y, const char* pszText, C3_SIZE* pDrawn);
+    void DrawCaption(int x, int y, const wchar_t* pszText, C3_SIZE* pDrawn);
 
     WORD m_wLineSpace = 2;
     WORD m_wTextFormat = 0;

@@ -4,6 +4,7 @@
 #include "platform/render/DataSet.h"
 #include "platform/render/MyBitmap.h"
 #include "platform/services/QzAniStore.h"
+#include "platform/services/QzNumeric.h"
 #include "platform/services/QzText.h"
 
 #include <algorithm>
@@ -29,8 +30,6 @@ enum : int
 
 // The fill of the segmented style comes in pieces of this width.
 constexpr int kSegmentWidth = 36;
-// The trail of an earlier value is drawn in this mode.
-constexpr BYTE kTrailDrawMode = 99;
 // A negative value of the horizontal style shows as a red block of its length.
 constexpr DWORD kNegativeColour = 0xFFFF0000;
 // From a span of this many units on, the trail's minimum step is this part of the bar.
@@ -51,8 +50,7 @@ int Pixels(double fValue)
 // A window coordinate moved by a distance, kept inside the int range.
 int Moved(int nBase, int64_t nDelta)
 {
-    const int64_t nSum = static_cast<int64_t>(nBase) + nDelta;
-    return static_cast<int>(std::max<int64_t>(INT_MIN, std::min<int64_t>(INT_MAX, nSum)));
+    return QzPlatform::ClampToInt(static_cast<int64_t>(nBase) + nDelta);
 }
 
 // Frame 0's part rcSource stretched to the size at (x, y); nothing without the section or for
@@ -232,7 +230,7 @@ void CQzProgress::DrawVertical(IDataAni* pAni, int a, int b, BYTE byDrawMode)
     }
     int nFillTop = Pixels(fHeight - a * m_fStep);
     DrawFill(pAni, x, Moved(m_rcWindow.top, nFillTop), {0, nFillTop, nWidth, nHeight}, nWidth,
-             Pixels(a * m_fStep), kTrailDrawMode);
+             Pixels(a * m_fStep), QZ_DRAWMODE_TRAIL);
 
     // The value rounded up by the minimum step, in units, cut to a range whose pixels cannot
     // overflow before it becomes an integer.

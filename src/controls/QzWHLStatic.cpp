@@ -2,8 +2,8 @@
 
 #include "layout/IQzGuiWndInfo.h"
 #include "platform/services/QzClock.h"
+#include "platform/services/QzNumeric.h"
 #include "platform/services/QzText.h"
-#include "platform/services/QzTextDraw.h"
 
 #include <algorithm>
 #include <climits>
@@ -23,21 +23,12 @@ constexpr DWORD kDefaultMoveRate = 100;
 // pixel sums stay inside the int range.
 constexpr int kMaxCellWidth = 65535;
 
-// Caption drawing: shadow on, style 0, black shadow.
-constexpr BOOL kTextShadow = 1;
-constexpr int kTextStyle = 0;
-constexpr DWORD kShadowColor = 0xFF000000;
-
-int ClampToInt(int64_t nValue)
-{
-    return static_cast<int>(std::max<int64_t>(INT_MIN, std::min<int64_t>(INT_MAX, nValue)));
-}
-
 // The byte count of the caption part from nStart, one fewer when its last byte would be the
 // first half of a two-byte character.
 int64_t KeepWhole(const std::string& text, int64_t nStart, int64_t nCount)
 {
-    if (nCount > 0 && QzPlatform::IsLeadByteAt(text.c_str(), ClampToInt(nStart + nCount - 1)))
+    if (nCount > 0 &&
+        QzPlatform::IsLeadByteAt(text.c_str(), QzPlatform::ClampToInt(nStart + nCount - 1)))
         return nCount - 1;
     return nCount;
 }
@@ -118,10 +109,8 @@ void CQzWHLStatic::ShowText()
     {
         if (run.strText.empty())
             continue;
-        const int x = ClampToInt(static_cast<int64_t>(run.nX) + run.nOffset);
-        QzPlatform::DrawGameText(x, m_rcWindow.top, m_dwTextColor, run.strText.c_str(),
-                                 m_strFont.c_str(), m_sizeFont.iHeight, kTextShadow, kTextStyle,
-                                 kShadowColor, nullptr);
+        const int x = QzPlatform::ClampToInt(static_cast<int64_t>(run.nX) + run.nOffset);
+        DrawCaption(x, m_rcWindow.top, run.strText.c_str(), nullptr);
     }
 }
 
@@ -149,8 +138,9 @@ int CQzWHLStatic::GetRunSpace(int i) const
     const size_t nAt = static_cast<size_t>(i);
     const int64_t nX = m_vecRun[nAt].nX;
     if (nAt + 1 == m_vecRun.size())
-        return ClampToInt(m_rcWindow.right - nX);
-    return ClampToInt(m_vecRun[nAt + 1].nX - 2 * static_cast<int64_t>(CellWidth()) - nX);
+        return QzPlatform::ClampToInt(m_rcWindow.right - nX);
+    return QzPlatform::ClampToInt(m_vecRun[nAt + 1].nX - 2 * static_cast<int64_t>(CellWidth()) -
+                                  nX);
 }
 
 // A control narrower than one cell shows nothing and starts again at every step.
@@ -203,7 +193,8 @@ void CQzWHLStatic::Advance(int i)
         return;
     }
     const int nLeft = m_rcWindow.left;
-    run.nX = ClampToInt(std::max<int64_t>(static_cast<int64_t>(run.nX) - kStepPixels, nLeft));
+    run.nX = QzPlatform::ClampToInt(
+        std::max<int64_t>(static_cast<int64_t>(run.nX) - kStepPixels, nLeft));
     const int n = GetRunSpace(i) / CellWidth();
     if (n < 2)
     {

@@ -12,6 +12,7 @@
 #include "platform/services/QzAniStore.h"
 #include "platform/services/QzAssert.h"
 #include "platform/services/QzLog.h"
+#include "platform/services/QzNumeric.h"
 #include "platform/services/QzScreenAdapter.h"
 
 #include <algorithm>
@@ -43,11 +44,6 @@ constexpr DWORD kDebugOutline = 0xffff0000;
 // The effect holder's flag for the parts a window adds and asks about.
 constexpr int kEffectPartFlag = 1;
 
-int ClampToInt(long value)
-{
-    return static_cast<int>(std::clamp<long>(value, INT_MIN, INT_MAX));
-}
-
 // "%d %d %d %d": exactly four integers, as left, top, right, bottom.
 bool ParseAniOffset(const char* pszText, RECT& rc)
 {
@@ -63,14 +59,14 @@ bool ParseAniOffset(const char* pszText, RECT& rc)
             return false;
         pszNext = pszEnd;
     }
-    rc = {ClampToInt(values[0]), ClampToInt(values[1]), ClampToInt(values[2]),
-          ClampToInt(values[3])};
+    rc = {QzPlatform::ClampToInt(values[0]), QzPlatform::ClampToInt(values[1]),
+          QzPlatform::ClampToInt(values[2]), QzPlatform::ClampToInt(values[3])};
     return true;
 }
 
 BOOL IntegerValue(const char* pszText)
 {
-    return pszText ? ClampToInt(std::strtol(pszText, nullptr, 10)) : 0;
+    return pszText ? QzPlatform::ClampToInt(std::strtol(pszText, nullptr, 10)) : 0;
 }
 
 bool InRect(const RECT& rc, int x, int y)

@@ -1,20 +1,29 @@
 // What every fuzz target shares: a temporary data root (in memory under /dev/shm when there)
 // that is the current directory for the whole run, inputs written into its files, quiet log
 // and diagnostic sinks, so that the thousands of data errors a run provokes cost little, and a
-// render device that knows every image, so that drawing goes all the way to the device.
+// render device that knows every image, so that drawing goes all the way to the device. The
+// targets that drive a GUI manager share its host and a screen of dialogs and windows.
 #pragma once
 
+#include "framework/QzBaseWindow.h"
+#include "framework/QzDialog.h"
+#include "framework/QzGuiMgr.h"
 #include "platform/render/NullRenderDevice.h"
 #include "platform/services/QzAssert.h"
 #include "platform/services/QzLog.h"
+#include "platform/system/QzHost.h"
+#include "platform/system/QzSystem.h"
 
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <initializer_list>
+#include <memory>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 namespace QzFuzz
 {
@@ -111,5 +120,131 @@ inline void WriteFile(const char* relative, const std::string& text)
 {
     WriteFile(relative, reinterpret_cast<const uint8_t*>(text.data()), text.size());
 }
+
+// The host of the manager targets: its main window, and as its resource module a data file
+// without dialog templates, so that a window without a record gets none generated (and the
+// executable is not read as one for every input).
+struct FuzzHost
+{
+    HWND hWnd = nullptr;
+    HMODULE hModule = nullptr;
+};
+
+inline FuzzHost& Host()
+{
+    static FuzzHost host;
+    return host;
+}
+
+// Once per process, after Setup.
+inline void SetupHost()
+{
+    WriteFile("NoTemplates.dll", "not a module");
+    Host().hModule =
+        LoadLibraryExA((DataRoot() / "NoTemplates.dll").c_str(), nullptr, LOAD_LIBRARY_AS_DATAFILE);
+    WNDCLASSW wc = {};
+    wc.lpfnWndProc = DefWindowProcW;
+    wc.lpszClassName = L"QzFuzzHost";
+    RegisterClassW(&wc);
+    Host().hWnd = CreateWindowExW(0, L"QzFuzzHost", L"fuzz", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0,
+                                  1024, 768, nullptr, nullptr, nullptr, nullptr);
+}
+
+// A window that draws its background and front effect, takes the capture on a press and on the
+// release notifies its dialog, as a button does; a closing one hides its dialog instead, as a
+// close button does.
+class CFuzzCtrl : public QzGui::CQzBaseWindow
+{
+public:
+    explicit CFuzzCtrl(bool bCloses) : m_bCloses(bCloses) {}
+
+    int GetWndType() override { return QzGui::QZ_WND_BUTTON; }
+    BOOL OnCreate() override { return 1; }
+    BOOL Show() override
+    {
+        DrawBack();
+        DrawFrontEffect();
+        return 1;
+    }
+    LRESULT SendMessage(UINT message, WPARAM wParam, LPARAM lParam) override
+    {
+        if (message == WM_LBUTTONDOWN && GetMgr())
+            GetMgr()->SetCapture(this);
+        if (message != WM_LBUTTONUP)
+            return CQzBaseWindow::SendMessage(message, wParam, lParam);
+        if (GetMgr() && GetMgr()->IsCapture(this))
+            GetMgr()->ReleaseCapture();
+        CQzBaseWindow* pParent = GetParent();
+        if (!pParent)
+            return 1;
+        if (m_bCloses)
+            pParent->ShowWindow(SW_HIDE);
+        else
+            pParent->SendMessage(WM_COMMAND, GetId(), GetFullId());
+        return 1;
+    }
+
+private:
+    bool m_bCloses;
+};
+
+// A GUI manager on the host with the layout file ini/Fuzz.ini at a fixed clock, and the dialogs
+// and windows a target adds, made and ended in the order a host makes and ends them.
+class CFuzzScreen
+{
+public:
+    CFuzzScreen()
+    {
+        QzPlatform::Host::SetTime(100000);
+        m_pMgr = static_cast<QzGui::CQzGuiMgr*>(QzGui::CreateGuiMgr());
+        m_pMgr->Init(Host().hModule, Host().hWnd, 100, "Fuzz.ini");
+    }
+    ~CFuzzScreen()
+    {
+        m_ctrls.clear();
+        while (!m_dialogs.empty())
+            m_dialogs.pop_back(); // child dialogs first
+        m_pMgr->Release();
+    }
+    CFuzzScreen(const CFuzzScreen&) = delete;
+    CFuzzScreen& operator=(const CFuzzScreen&) = delete;
+
+    // A dialog with windows of these ids (the one with nCloseId closes it), registered with the
+    // manager or as a child of pParent with its windows created, and shown.
+    void AddDialog(DWORD nId, QzGui::CQzDialog* pParent, std::initializer_list<DWORD> ctrlIds,
+                   DWORD nCloseId = 0)
+    {
+        m_dialogs.push_back(std::make_unique<QzGui::CQzDialog>(nId, pParent));
+        QzGui::CQzDialog* pDialog = m_dialogs.back().get();
+        for (DWORD nCtrlId : ctrlIds)
+        {
+            m_ctrls.push_back(std::make_unique<CFuzzCtrl>(nCtrlId == nCloseId));
+            pDialog->AddCtrl(nCtrlId, m_ctrls.back().get());
+        }
+        if (pParent)
+            pParent->AddChildDialog(pDialog, true);
+        else
+            m_pMgr->AddDialog(pDialog, nullptr, true);
+        pDialog->ShowWindow(SW_SHOW);
+    }
+    // Frames of the manager, the clock moving on by the given milliseconds after each.
+    void Frames(int count, DWORD ms)
+    {
+        for (int i = 0; i < count; ++i)
+        {
+            m_pMgr->Show();
+            QzPlatform::Host::AdvanceTime(ms);
+        }
+    }
+
+    QzGui::CQzGuiMgr* Mgr() const { return m_pMgr; }
+    const std::vector<std::unique_ptr<CFuzzCtrl>>& Ctrls() const { return m_ctrls; }
+    const std::vector<std::unique_ptr<QzGui::CQzDialog>>& Dialogs() const { return m_dialogs; }
+
+private:
+    QzGui::CQzGuiMgr* m_pMgr = nullptr;
+    std::vector<std::unique_ptr<CFuzzCtrl>> m_ctrls;
+    std::vector<std::unique_ptr<QzGui::CQzDialog>> m_dialogs;
+};
 
 } // namespace QzFuzz

@@ -6,6 +6,7 @@
 #include "platform/services/QzAssert.h"
 #include "platform/services/QzLog.h"
 
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -18,6 +19,16 @@ struct AssertReport
     std::string source;
     int line = 0;
 };
+
+inline bool operator==(const AssertReport& a, const AssertReport& b)
+{
+    return a.expression == b.expression && a.source == b.source && a.line == b.line;
+}
+
+inline void PrintTo(const AssertReport& report, std::ostream* os)
+{
+    *os << "\"" << report.expression << "\" (" << report.source << ":" << report.line << ")";
+}
 
 class LogCapture : public QzPlatform::ILogSink, public QzPlatform::IDiagnosticSink
 {

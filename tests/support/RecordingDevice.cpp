@@ -122,10 +122,10 @@ std::vector<DrawCall> RecordingDevice::Calls(DrawKind kind) const
     return calls;
 }
 
-std::string RecordingDevice::Trace() const
+std::string RecordingDevice::Trace(const std::vector<DrawCall>& calls)
 {
     std::string trace;
-    for (const DrawCall& call : m_vecCalls)
+    for (const DrawCall& call : calls)
         trace += TraceLine(call) + "\n";
     return trace;
 }

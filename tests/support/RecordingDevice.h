@@ -72,7 +72,8 @@ public:
     std::vector<DrawCall> Calls(DrawKind kind) const;
     void Clear() { m_vecCalls.clear(); }
     // One readable line per call, each ending in '\n'.
-    std::string Trace() const;
+    std::string Trace() const { return Trace(m_vecCalls); }
+    static std::string Trace(const std::vector<DrawCall>& calls);
     static std::string TraceLine(const DrawCall& call);
 
     void FillRect(int x1, int y1, int x2, int y2, uint32_t argb) override;

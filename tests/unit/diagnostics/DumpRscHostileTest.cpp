@@ -14,6 +14,8 @@
 #include <algorithm>
 #include <functional>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace QzDiagnosticsTest
 {
@@ -52,18 +54,22 @@ protected:
         FreeLibrary(hModule);
         return result;
     }
-    // The good module with one change, read.
-    ReadResult ReadPatched(const std::function<void(PeImage&)>& patch)
+    static void ExpectNothing(const ReadResult& result, const std::string& what)
     {
-        PeImage image = m_good;
-        patch(image);
-        return Read(image);
+        EXPECT_FALSE(result.bRead) << what;
+        EXPECT_EQ(0u, result.nDialogs) << what;
+        EXPECT_EQ("", result.trace) << what;
     }
-    static void ExpectNothing(const ReadResult& result, const char* pszWhat)
+    // Each change of the good module, on its own, leaves nothing read.
+    using Patch = std::pair<const char*, std::function<void(PeImage&)>>;
+    void ExpectEachReadsNothing(const std::vector<Patch>& patches)
     {
-        EXPECT_FALSE(result.bRead) << pszWhat;
-        EXPECT_EQ(0u, result.nDialogs) << pszWhat;
-        EXPECT_EQ("", result.trace) << pszWhat;
+        for (const Patch& patch : patches)
+        {
+            PeImage image = m_good;
+            patch.second(image);
+            ExpectNothing(Read(image), patch.first);
+        }
     }
 
     QzTest::TempDataDir m_data;
@@ -85,7 +91,7 @@ TEST_F(DumpRscHostileTest, CutAtAnyLengthGivesNothingOrEverything)
         cut.bytes.resize(length);
         const ReadResult result = Read(cut);
         if (length < nTemplatesEnd)
-            ExpectNothing(result, ("cut at " + std::to_string(length)).c_str());
+            ExpectNothing(result, "cut at " + std::to_string(length));
         else
             EXPECT_EQ(m_full.trace, result.trace) << "cut at " << length;
     }
@@ -94,83 +100,61 @@ TEST_F(DumpRscHostileTest, CutAtAnyLengthGivesNothingOrEverything)
 TEST_F(DumpRscHostileTest, OffsetsPointingOutsideTheFile)
 {
     QZ_REQUIRE_DIALOG_FIXTURE(QzTest::DialogFixturePath("dialogs64.dll"));
-    const uint32_t nOutside = 0x7FFFFFF0;
-    ExpectNothing(ReadPatched([&](PeImage& image) { image.SetDword(0x3C, nOutside); }),
-                  "PE header");
-    ExpectNothing(ReadPatched([&](PeImage& image)
-                              { image.SetDword(image.ResourceDataDirectory(), nOutside); }),
-                  "resource directory address");
-    ExpectNothing(ReadPatched([&](PeImage& image)
-                              { image.SetDword(image.ResourceSection() + 20, 0xFFFFFE00); }),
-                  "section raw data offset");
-    ExpectNothing(ReadPatched([&](PeImage& image)
-                              { image.SetDword(image.DialogNameEntry(0), 0x80000000 | nOutside); }),
-                  "name string");
-    ExpectNothing(
-        ReadPatched([&](PeImage& image)
-                    { image.SetDword(image.DialogNameEntry(2) + 4, 0x80000000 | nOutside); }),
-        "language directory");
-    ExpectNothing(
-        ReadPatched([&](PeImage& image) { image.SetDword(image.DialogDataEntry(3), nOutside); }),
-        "template address");
-    ExpectNothing(ReadPatched([&](PeImage& image)
-                              { image.SetDword(image.DialogDataEntry(3) + 4, nOutside); }),
-                  "template size");
+    const uint32_t out = 0x7FFFFFF0;
+    ExpectEachReadsNothing({
+        {"PE header", [&](PeImage& image) { image.SetDword(0x3C, out); }},
+        {"resource directory address",
+         [&](PeImage& image) { image.SetDword(image.ResourceDataDirectory(), out); }},
+        {"section raw data offset",
+         [&](PeImage& image) { image.SetDword(image.ResourceSection() + 20, 0xFFFFFE00); }},
+        {"name string",
+         [&](PeImage& image) { image.SetDword(image.DialogNameEntry(0), 0x80000000 | out); }},
+        {"language directory",
+         [&](PeImage& image) { image.SetDword(image.DialogNameEntry(2) + 4, 0x80000000 | out); }},
+        {"template address",
+         [&](PeImage& image) { image.SetDword(image.DialogDataEntry(3), out); }},
+        {"template size",
+         [&](PeImage& image) { image.SetDword(image.DialogDataEntry(3) + 4, out); }},
+    });
 }
 
 TEST_F(DumpRscHostileTest, HugeCounts)
 {
     QZ_REQUIRE_DIALOG_FIXTURE(QzTest::DialogFixturePath("dialogs64.dll"));
-    ExpectNothing(
-        ReadPatched([&](PeImage& image) { image.SetWord(image.ResourceRoot() + 14, 0xFFFF); }),
-        "type entries");
-    ExpectNothing(
-        ReadPatched([&](PeImage& image) { image.SetDword(image.DialogNames() + 12, 0xFFFFFFFF); }),
-        "name entries");
-    ExpectNothing(ReadPatched(
-                      [&](PeImage& image)
-                      {
-                          const size_t root = image.ResourceRoot();
-                          const size_t name =
-                              root + (image.Dword(image.DialogNameEntry(0)) & 0x7FFFFFFF);
-                          image.SetWord(name, 0xFFFF);
-                      }),
-                  "name length");
-    // Dialog 101 is a plain template: its item count follows style and extended style.
-    ExpectNothing(
-        ReadPatched([&](PeImage& image) { image.SetWord(image.DialogTemplate(2) + 8, 0xFFFF); }),
-        "item count");
-    // The extended dialog 201: its item count follows version, signature, help id and styles.
-    ExpectNothing(
-        ReadPatched([&](PeImage& image) { image.SetWord(image.DialogTemplate(4) + 16, 0xFFFF); }),
-        "extended item count");
+    const auto nameOf = [](const PeImage& image, size_t index)
+    { return image.ResourceRoot() + (image.Dword(image.DialogNameEntry(index)) & 0x7FFFFFFF); };
+    ExpectEachReadsNothing({
+        {"type entries", [](PeImage& image) { image.SetWord(image.ResourceRoot() + 14, 0xFFFF); }},
+        {"name entries",
+         [](PeImage& image) { image.SetDword(image.DialogNames() + 12, 0xFFFFFFFF); }},
+        {"name length", [&](PeImage& image) { image.SetWord(nameOf(image, 0), 0xFFFF); }},
+        // Dialog 101 is a plain template: its item count follows style and extended style.
+        {"item count", [](PeImage& image) { image.SetWord(image.DialogTemplate(2) + 8, 0xFFFF); }},
+        // The extended dialog 201: its item count follows version, signature, help id and styles.
+        {"extended item count",
+         [](PeImage& image) { image.SetWord(image.DialogTemplate(4) + 16, 0xFFFF); }},
+    });
 }
 
 TEST_F(DumpRscHostileTest, LoopsInTheResourceDirectory)
 {
     QZ_REQUIRE_DIALOG_FIXTURE(QzTest::DialogFixturePath("dialogs64.dll"));
-    auto typeEntry = [](const PeImage& image)
+    const auto typeEntry = [](const PeImage& image)
     {
-        const size_t root = image.ResourceRoot();
-        for (size_t at = root + 16;; at += 8)
+        for (size_t at = image.ResourceRoot() + 16;; at += 8)
         {
             if (image.Dword(at) == 5)
                 return at;
         }
     };
-    ExpectNothing(
-        ReadPatched([&](PeImage& image) { image.SetDword(typeEntry(image) + 4, 0x80000000); }),
-        "type directory is the root");
-    ExpectNothing(ReadPatched(
-                      [&](PeImage& image)
-                      {
-                          const uint32_t names = image.Dword(typeEntry(image) + 4);
-                          image.SetDword(image.DialogNameEntry(2) + 4, names);
-                      }),
-                  "language directory is the name directory");
-    ExpectNothing(ReadPatched([&](PeImage& image)
-                              { image.SetDword(image.DialogNameEntry(2) + 4, 0x80000000); }),
-                  "language directory is the root");
+    ExpectEachReadsNothing({
+        {"type directory is the root",
+         [&](PeImage& image) { image.SetDword(typeEntry(image) + 4, 0x80000000); }},
+        {"language directory is the name directory", [&](PeImage& image)
+         { image.SetDword(image.DialogNameEntry(2) + 4, image.Dword(typeEntry(image) + 4)); }},
+        {"language directory is the root",
+         [](PeImage& image) { image.SetDword(image.DialogNameEntry(2) + 4, 0x80000000); }},
+    });
 }
 
 // Random bytes over the resource section: whatever the result, nothing is read outside.

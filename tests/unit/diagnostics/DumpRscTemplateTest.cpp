@@ -73,24 +73,12 @@ TEST_F(DumpRscTemplateTest, PlainCreationDataSizeCountsItsOwnWord)
 {
     // The first item's creation data is its size word (4) and two bytes; taken as a count of
     // the bytes after the word, the next item would be read four bytes too far.
-    const std::string bytes = TemplateWriter()
-                                  .Dword(0x10000000)
-                                  .Dword(0)
-                                  .Word(2)
-                                  .Word(0)
-                                  .Word(0)
-                                  .Word(100)
-                                  .Word(100)
-                                  .Word(0)    // no menu
-                                  .Ordinal(5) // class ordinal
-                                  .Text("")   // no title
-                                  .PlainItem(41, 5, 5, 0x85, "")
-                                  .Word(4)
-                                  .Word(0xBEEF)
-                                  .PlainItem(42, 5, 20, 0x80, "ok")
-                                  .Word(0)
-                                  .Bytes();
-    HMODULE hModule = Module(PeImage::Build({{10, bytes}}, false));
+    TemplateWriter writer;
+    writer.Dword(0x10000000).Dword(0).Word(2).Word(0).Word(0).Word(100).Word(100);
+    writer.Word(0).Ordinal(5).Text(""); // no menu, class ordinal 5, no title
+    writer.PlainItem(41, 5, 5, 0x85, "").Word(4).Word(0xBEEF);
+    writer.PlainItem(42, 5, 20, 0x80, "ok").Word(0);
+    HMODULE hModule = Module(PeImage::Build({{10, writer.Bytes()}}, false));
 
     const DialogRscInfo* pDialog = m_dump.FindDialogRsc(hModule, 10);
     ASSERT_NE(nullptr, pDialog);

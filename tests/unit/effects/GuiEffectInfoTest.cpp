@@ -5,12 +5,23 @@
 
 #include <gtest/gtest.h>
 
+#include <sstream>
 #include <string>
 
 namespace
 {
 
 const char* const kPath = "ini\\Gui3DEffect.ini";
+
+// A placement as its line in the file gives it, without the name.
+std::string Fields(const QzEffectPlacement& placement)
+{
+    std::ostringstream text;
+    text << placement.nRefWidth << " " << placement.nRefHeight << " " << placement.nOffsetX << " "
+         << placement.nOffsetZ << " " << placement.fScaleX << " " << placement.fScaleZ << " "
+         << placement.nRotation;
+    return text.str();
+}
 
 class GuiEffectInfoTest : public ::testing::Test
 {
@@ -37,16 +48,8 @@ TEST_F(GuiEffectInfoTest, ReadsTrimmedLinesSkipsEmptyOnesAndLaterDuplicatesRepla
     EXPECT_EQ(m_table.GetCount(), 2u);
     const QzEffectPlacement* pFire = m_table.Find("Fire");
     ASSERT_NE(pFire, nullptr);
-    EXPECT_EQ(pFire->nRefWidth, 200u);
-    EXPECT_EQ(pFire->nRefHeight, 100u);
-    EXPECT_EQ(pFire->nOffsetX, 15u);
-    EXPECT_EQ(pFire->nOffsetZ, 25u);
-    EXPECT_FLOAT_EQ(pFire->fScaleX, 1.5f);
-    EXPECT_FLOAT_EQ(pFire->fScaleZ, 2.25f);
-    EXPECT_EQ(pFire->nRotation, -45);
-    const QzEffectPlacement smoke = m_table.Get("Smoke");
-    EXPECT_FLOAT_EQ(smoke.fScaleX, 0.5f);
-    EXPECT_EQ(smoke.nRotation, 90);
+    EXPECT_EQ(Fields(*pFire), "200 100 15 25 1.5 2.25 -45");
+    EXPECT_EQ(Fields(m_table.Get("Smoke")), "0 0 0 0 0.5 1 90");
     EXPECT_TRUE(m_log.Empty());
 }
 
@@ -56,14 +59,7 @@ TEST_F(GuiEffectInfoTest, AnUnknownNameIsNotFoundAndReadsAsAllZeros)
 
     EXPECT_EQ(m_table.Find("fire"), nullptr); // names are exact
     EXPECT_EQ(m_table.Find(nullptr), nullptr);
-    const QzEffectPlacement none = m_table.Get("Water");
-    EXPECT_EQ(none.nRefWidth, 0u);
-    EXPECT_EQ(none.nRefHeight, 0u);
-    EXPECT_EQ(none.nOffsetX, 0u);
-    EXPECT_EQ(none.nOffsetZ, 0u);
-    EXPECT_EQ(none.fScaleX, 0.0f);
-    EXPECT_EQ(none.fScaleZ, 0.0f);
-    EXPECT_EQ(none.nRotation, 0);
+    EXPECT_EQ(Fields(m_table.Get("Water")), "0 0 0 0 0 0 0");
 }
 
 TEST_F(GuiEffectInfoTest, IncompleteLinesAreSkippedAndLoggedWithFileAndLine)

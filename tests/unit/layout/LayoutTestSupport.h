@@ -3,11 +3,13 @@
 #pragma once
 
 #include "layout/QzGuiInfoMgr.h"
+#include "support/GeometryPrint.h"
 #include "support/QzHarness.h"
 #include "support/TempDataDir.h"
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <string>
 
 namespace QzLayoutTest
@@ -15,6 +17,13 @@ namespace QzLayoutTest
 
 using QzGui::CQzGuiInfoMgr;
 using QzGui::IQzGuiWndInfo;
+
+// A record's place and size (x, y, w, h), to compare in one expectation.
+using Place = std::array<DWORD, 4>;
+inline Place PlaceOf(const IQzGuiWndInfo* pInfo)
+{
+    return {pInfo->GetX(), pInfo->GetY(), pInfo->GetWidth(), pInfo->GetHeight()};
+}
 
 class LayoutTest : public ::testing::Test
 {

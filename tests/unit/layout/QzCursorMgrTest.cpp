@@ -1,7 +1,6 @@
 // The cursor manager on a GUI manager over a temp data root: cursor files the system shows,
 // animation sections drawn at the mouse, effect parts, and the windows that set cursors by name.
-#include "support/QzHarness.h"
-#include "support/TempDataDir.h"
+#include "support/GuiScene.h"
 #include "unit/effects/RecordingEffectObject.h"
 
 #include "controls/QzButton.h"
@@ -38,37 +37,38 @@ const char* const kLayout = "[0-1]\nx=0\ny=0\nw=300\nh=300\n"
                             "[1-2]\nx=10\ny=10\nw=50\nh=20\nCursor=Hand\n"
                             "[1-3]\nx=10\ny=40\nw=50\nh=20\n";
 
-class CursorScene : public ::testing::Test
+// The recording effect factory, installed before the scene's manager makes its cursor manager.
+struct RecordedEffects
+{
+    QzTest::EffectObjectLog m_effectLog;
+    QzTest::ScopedRecordingFactory m_factory{m_effectLog};
+};
+
+class CursorScene : protected RecordedEffects, public QzTest::GuiScene
 {
 protected:
     explicit CursorScene(const char* pszCursors = kCursors)
+        : GuiScene({{"ani/Control.ani", kAniFile},
+                    {"ini/Cursor.ini", pszCursors},
+                    {"ini/Test.ini", kLayout},
+                    {"cursor/arrow.cur", "arrow"},
+                    {"cursor/hand.cur", "hand"}}),
+          m_pCursors(m_pMgr->GetCursorMgr())
     {
         m_harness.Device().DefineTexture("img/a.png", 10, 10);
         m_harness.Device().DefineTexture("img/b.png", 12, 12);
         m_harness.Device().DefineTexture("img/c.png", 14, 14);
-        m_root.Write("ani/Control.ani", kAniFile);
-        m_root.Write("ini/Cursor.ini", pszCursors);
-        m_root.Write("ini/Gui3DEffect.ini", "");
-        m_root.Write("ini/Test.ini", kLayout);
-        m_root.Write("cursor/arrow.cur", "arrow");
-        m_root.Write("cursor/hand.cur", "hand");
-        m_pMgr = static_cast<CQzGuiMgr*>(CreateGuiMgr());
-        m_pMgr->Init(GetModuleHandleA(nullptr), m_harness.MainWindow(), 100, "Test.ini");
-        m_harness.SetMessageHandler([this](UINT message, WPARAM wParam, LPARAM lParam) -> LRESULT
-                                    { return m_pMgr->OnMessage(message, wParam, lParam); });
-        m_pCursors = m_pMgr->GetCursorMgr();
-    }
-    ~CursorScene() override
-    {
-        m_harness.SetMessageHandler(nullptr);
-        m_pMgr->Release();
     }
 
-    // The file of the cursor the system shows; empty when none is shown.
-    static std::string ShownFile()
+    // The file of the cursor the system shows, under the data root; empty when none is shown.
+    std::string ShownFile() const
     {
         const QzPlatform::Host::CursorInfo info = QzPlatform::Host::DescribeCursor(GetCursor());
-        return info.valid ? info.file : "";
+        const std::string root = m_root.Folder() + "/";
+        if (!info.valid)
+            return "";
+        return info.file.compare(0, root.size(), root) == 0 ? info.file.substr(root.size())
+                                                            : info.file;
     }
     // The textures DrawCursor draws in one frame.
     std::vector<QzTest::DrawCall> DrawnCursor()
@@ -78,19 +78,8 @@ protected:
         return m_harness.Device().Calls(QzTest::DrawKind::Texture);
     }
 
-    QzTest::EffectObjectLog m_effectLog;
-    QzTest::ScopedRecordingFactory m_factory{m_effectLog};
-    QzTest::Harness m_harness;
-    QzTest::TempDataDir m_root;
-    CQzGuiMgr* m_pMgr = nullptr;
-    CQzCursorMgr* m_pCursors = nullptr;
+    CQzCursorMgr* m_pCursors;
 };
-
-bool EndsWith(const std::string& text, const std::string& tail)
-{
-    return text.size() >= tail.size() &&
-           text.compare(text.size() - tail.size(), tail.size(), tail) == 0;
-}
 
 // ---------------------------------------------------------------------------------------------
 // The manager's cursor manager
@@ -144,7 +133,7 @@ TEST(CursorMgrLifetime, WithoutAManagerOrAnEffectObjectNothingHappens)
 TEST_F(CursorScene, AFileCursorIsShownByTheSystemAndRestartsTheEffect)
 {
     m_pCursors->SetCursorByName("Hand");
-    EXPECT_TRUE(EndsWith(ShownFile(), "cursor/hand.cur")) << ShownFile();
+    EXPECT_EQ("cursor/hand.cur", ShownFile());
     EXPECT_EQ(0, m_pCursors->GetCursorType());
     EXPECT_EQ(nullptr, m_pCursors->GetCursorAniName());
     EXPECT_TRUE(m_pCursors->HasCursorName());
@@ -157,7 +146,7 @@ TEST_F(CursorScene, EachCursorFileIsLoadedOnceUntilTheCacheIsCleared)
     m_pCursors->SetCursorByName("Hand");
     const HCURSOR hHand = GetCursor();
     m_pCursors->SetCursorByName("Normal");
-    EXPECT_TRUE(EndsWith(ShownFile(), "cursor/arrow.cur")) << ShownFile();
+    EXPECT_EQ("cursor/arrow.cur", ShownFile());
     m_pCursors->SetCursorByName("Grab"); // another name for the same file
     EXPECT_EQ(hHand, GetCursor());
     m_pCursors->SetCursorByName("Hand");
@@ -167,7 +156,7 @@ TEST_F(CursorScene, EachCursorFileIsLoadedOnceUntilTheCacheIsCleared)
     EXPECT_FALSE(QzPlatform::Host::DescribeCursor(hHand).valid);
     m_pCursors->SetCursorByName("Grab");
     EXPECT_NE(hHand, GetCursor());
-    EXPECT_TRUE(EndsWith(ShownFile(), "cursor/hand.cur")) << ShownFile();
+    EXPECT_EQ("cursor/hand.cur", ShownFile());
 }
 
 TEST_F(CursorScene, AMissingCursorFileHidesTheSystemCursor)
@@ -278,7 +267,7 @@ TEST_F(CursorScene, TheSameNameAgainChangesNothingUntilTheNameIsForgotten)
     EXPECT_FALSE(m_pCursors->HasCursorName());
     EXPECT_EQ(0, m_pCursors->GetCursorType());
     m_pCursors->SetCursorByName("Hand");
-    EXPECT_TRUE(EndsWith(ShownFile(), "cursor/hand.cur")) << ShownFile();
+    EXPECT_EQ("cursor/hand.cur", ShownFile());
 }
 
 TEST_F(CursorScene, AnUnknownNameKeepsTheCursorShown)
@@ -324,7 +313,7 @@ TEST_F(CursorWindowScene, SetCursorMessageShowsTheWindowsCursor)
     m_dialog.SendMessage(WM_SETCURSOR, 0, 0);
     EXPECT_STREQ("Busy", m_pCursors->GetCursorAniName());
     m_ownCursor.SendMessage(WM_SETCURSOR, 0, 0); // "Cursor=Hand" of its record
-    EXPECT_TRUE(EndsWith(ShownFile(), "cursor/hand.cur")) << ShownFile();
+    EXPECT_EQ("cursor/hand.cur", ShownFile());
 }
 
 TEST_F(CursorWindowScene, EnteringADialogResetsTheCursorWhenANormalCursorExists)

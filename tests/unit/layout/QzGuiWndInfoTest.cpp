@@ -1,33 +1,30 @@
+// The record itself: 65535 marks what no layout key gave, and a refill from the defaults keeps
+// what the layout reader relies on keeping.
+#include "LayoutTestSupport.h"
+
 #include "layout/QzGuiWndInfo.h"
 
-#include <gtest/gtest.h>
+namespace QzLayoutTest
+{
 
 using QzGui::CQzGuiWndInfo;
 
 TEST(QzGuiWndInfo, FreshRecordAnswersNotGivenDefaults)
 {
     CQzGuiWndInfo info;
-    EXPECT_EQ(65535u, info.GetWidth());
-    EXPECT_EQ(65535u, info.GetHeight());
+    EXPECT_EQ((Place{0, 0, 65535, 65535}), PlaceOf(&info));
     EXPECT_EQ(1u, info.GetCtrlType());
     EXPECT_EQ(65535u, info.GetGroup());
     EXPECT_EQ(65535, info.GetLinkIndex());
     EXPECT_EQ(65535, info.GetFontSize());
     EXPECT_EQ(65535u, info.GetFontColor());
-    EXPECT_EQ(65535, info.GetTipOffset()->x);
-    EXPECT_EQ(65535, info.GetTipOffset()->y);
+    EXPECT_EQ((POINT{65535, 65535}), *info.GetTipOffset());
     EXPECT_EQ(0u, info.TestFlag(0xFFFFFFFF));
     EXPECT_STREQ("", info.GetTitle());
     EXPECT_STREQ("", info.GetAniSection());
-}
-
-TEST(QzGuiWndInfo, ReservedAndRegionAreAlwaysEmptyEvenWithRegionFlag)
-{
-    CQzGuiWndInfo info;
+    // The region comes from the region table, never from the record, flag or not.
     info.AddFlags(QzGui::WNDINFO_FLAG_REGION);
-    EXPECT_EQ(0, info.GetReserved1());
     EXPECT_EQ(nullptr, info.GetRegion());
-    EXPECT_NE(0u, info.TestFlag(QzGui::WNDINFO_FLAG_REGION));
 }
 
 TEST(QzGuiWndInfo, ExtraValueAnswersFirstPairAndNullForMissingOrNullKey)
@@ -69,3 +66,5 @@ TEST(QzGuiWndInfo, ResetKeepsEarlierTitleButDropsAniSectionAndFlags)
     EXPECT_EQ(1, info.IsTestRgn());
     EXPECT_EQ(nullptr, info.GetExtraValue("SliderBtnLen"));
 }
+
+} // namespace QzLayoutTest

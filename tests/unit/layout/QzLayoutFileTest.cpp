@@ -24,10 +24,7 @@ TEST_F(LayoutFileTest, SectionFillsRecordUnderParentLowCtrlHighKey)
 
     IQzGuiWndInfo* pInfo = Record(3, 7);
     ASSERT_NE(nullptr, pInfo);
-    EXPECT_EQ(10u, pInfo->GetX());
-    EXPECT_EQ(20u, pInfo->GetY());
-    EXPECT_EQ(100u, pInfo->GetWidth());
-    EXPECT_EQ(30u, pInfo->GetHeight());
+    EXPECT_EQ((Place{10, 20, 100, 30}), PlaceOf(pInfo));
     EXPECT_EQ(1u, pInfo->GetCtrlType());
     EXPECT_EQ(3, pInfo->GetParentId());
     EXPECT_EQ(7, pInfo->GetCtrlId());
@@ -87,8 +84,7 @@ TEST_F(LayoutFileTest, LinesWithoutKeyOrValueCommentsAndStrayLinesChangeNothing)
 
     IQzGuiWndInfo* pInfo = Record(1, 1);
     ASSERT_NE(nullptr, pInfo);
-    EXPECT_EQ(50u, pInfo->GetWidth());
-    EXPECT_EQ(60u, pInfo->GetHeight());
+    EXPECT_EQ((Place{0, 0, 50, 60}), PlaceOf(pInfo));
     EXPECT_STREQ("A=B", pInfo->GetTitle());
     EXPECT_EQ(nullptr, pInfo->GetExtraValue(""));
     EXPECT_EQ(nullptr, pInfo->GetExtraValue("noequals"));
@@ -122,8 +118,7 @@ TEST_F(LayoutFileTest, SectionNamedTwiceRefillsOneRecordFromDefaults)
     EXPECT_STREQ("", pInfo->GetAniSection());
     EXPECT_EQ(0u, pInfo->TestFlag(WNDINFO_FLAG_ANISECTION));
     EXPECT_EQ(1, pInfo->IsTestRgn());
-    EXPECT_EQ(0u, pInfo->GetX());
-    EXPECT_EQ(20u, pInfo->GetWidth());
+    EXPECT_EQ((Place{0, 0, 20, 30}), PlaceOf(pInfo));
     EXPECT_EQ(2, pInfo->GetParentId());
     EXPECT_EQ(3, pInfo->GetCtrlId());
 }
@@ -273,8 +268,7 @@ TEST_F(LayoutFileTest, WrittenSectionReplacesTheFileSectionButNotTheRecord)
 
     IQzGuiWndInfo* pInfo = Record(3, 9);
     ASSERT_NE(nullptr, pInfo);
-    EXPECT_EQ(10u, pInfo->GetX());
-    EXPECT_EQ(40u, pInfo->GetHeight());
+    EXPECT_EQ((Place{10, 20, 30, 40}), PlaceOf(pInfo));
     EXPECT_STREQ("Caption", pInfo->GetTitle());
     EXPECT_EQ(12, pInfo->GetFontSize());
     EXPECT_STREQ("Btn", pInfo->GetAniSection());

@@ -1,23 +1,18 @@
 // Records generated from the dialog templates of the host's resource module for windows that no
 // layout file configures, and the sections they leave in the layout file for a designer.
+#include "LayoutTestSupport.h"
+
 #include "framework/QzBaseWindow.h"
 #include "framework/QzDialog.h"
 #include "framework/QzGuiMgr.h"
-#include "layout/QzGuiInfoMgr.h"
 #include "support/DialogFixtures.h"
-#include "support/QzHarness.h"
-#include "support/TempDataDir.h"
-
-#include <gtest/gtest.h>
+#include "support/GeometryPrint.h"
 
 #include <algorithm>
 #include <string>
 
 namespace QzLayoutTest
 {
-
-using QzGui::CQzGuiInfoMgr;
-using QzGui::IQzGuiWndInfo;
 
 namespace
 {
@@ -87,10 +82,7 @@ TEST_F(LayoutGenerateTest, SectionWithoutHeightIsRejectedThenGeneratedFromTheTem
 
     // The edit's item: (50, 5) - (150, 17) dialog units, scaled by 1.8 and truncated.
     ASSERT_NE(nullptr, pInfo);
-    EXPECT_EQ(90u, pInfo->GetX());
-    EXPECT_EQ(9u, pInfo->GetY());
-    EXPECT_EQ(180u, pInfo->GetWidth());
-    EXPECT_EQ(21u, pInfo->GetHeight());
+    EXPECT_EQ((Place{90, 9, 180, 21}), PlaceOf(pInfo));
     EXPECT_EQ(6, pInfo->GetBackShowMode());
     EXPECT_EQ(12, pInfo->GetFontSize());
     EXPECT_STREQ("", pInfo->GetAniSection());
@@ -116,9 +108,7 @@ TEST_F(LayoutGenerateTest, StaticTextGetsItsCaptionAndFontSize)
     IQzGuiWndInfo* pInfo = Info()->GetWndInfo(101, 1000, QzGui::QZ_WND_STATIC, 0);
 
     ASSERT_NE(nullptr, pInfo);
-    EXPECT_EQ(9u, pInfo->GetX());
-    EXPECT_EQ(72u, pInfo->GetWidth());
-    EXPECT_EQ(18u, pInfo->GetHeight());
+    EXPECT_EQ((Place{9, 9, 72, 18}), PlaceOf(pInfo));
     EXPECT_STREQ("\xC3\xFB\xD7\xD6:", pInfo->GetTitle()); // "名字:" in the ANSI code page
     EXPECT_EQ(QzGui::WNDINFO_FLAG_FONTSIZE, pInfo->TestFlag(0xFFFFFFFF));
     EXPECT_EQ("5", Key("101-1000", "type"));
@@ -133,19 +123,13 @@ TEST_F(LayoutGenerateTest, DialogAndControlsOfTheDefaultDialogTakeTheirTemplates
     // Parent 0 means the default dialog: IDOK of 101 at (40, 100) - (90, 114).
     IQzGuiWndInfo* pOk = Info()->GetWndInfo(0, 1, QzGui::QZ_WND_BUTTON, 0);
     ASSERT_NE(nullptr, pOk);
-    EXPECT_EQ(72u, pOk->GetX());
-    EXPECT_EQ(180u, pOk->GetY());
-    EXPECT_EQ(90u, pOk->GetWidth());
-    EXPECT_EQ(25u, pOk->GetHeight());
+    EXPECT_EQ((Place{72, 180, 90, 25}), PlaceOf(pOk));
     EXPECT_EQ("\xC8\xB7\xB6\xA8", Key("0-1", "Title"));
 
     // A dialog: its template's size at (200, 200); the file says Style 1, the record 0.
     IQzGuiWndInfo* pDialog = Info()->GetWndInfo(0, 201, QzGui::QZ_WND_DIALOG, 0);
     ASSERT_NE(nullptr, pDialog);
-    EXPECT_EQ(200u, pDialog->GetX());
-    EXPECT_EQ(200u, pDialog->GetY());
-    EXPECT_EQ(432u, pDialog->GetWidth());
-    EXPECT_EQ(288u, pDialog->GetHeight());
+    EXPECT_EQ((Place{200, 200, 432, 288}), PlaceOf(pDialog));
     EXPECT_EQ(0, pDialog->GetStyle());
     EXPECT_EQ(6, pDialog->GetBackShowMode());
     const std::string file = LayoutText();
@@ -161,11 +145,8 @@ TEST_F(LayoutGenerateTest, UnconfiguredDialogIsLaidOutFromItsTemplate)
     dialog.AddCtrl(1, &ok); // IDOK of the template
     m_pMgr->AddDialog(&dialog, nullptr, true);
 
-    EXPECT_EQ(200, dialog.GetWindowRect().left);
-    EXPECT_EQ(200 + 360, dialog.GetWindowRect().right);
-    EXPECT_EQ(200 + 216, dialog.GetWindowRect().bottom);
-    EXPECT_EQ(200 + 72, ok.GetWindowRect().left);
-    EXPECT_EQ(200 + 180, ok.GetWindowRect().top);
+    EXPECT_EQ((RECT{200, 200, 200 + 360, 200 + 216}), dialog.GetWindowRect());
+    EXPECT_EQ((RECT{200 + 72, 200 + 180, 200 + 72 + 90, 200 + 180 + 25}), ok.GetWindowRect());
     EXPECT_EQ(2, Log().Count("Control information no configuration!!!"));
     EXPECT_EQ(0, Log().Count("Dialog or Control error!!!"));
     m_pMgr->RemoveDialog(&dialog);

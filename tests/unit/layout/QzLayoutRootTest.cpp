@@ -24,9 +24,7 @@ TEST_F(LayoutRootTest, InitCreatesTheRootRecordOfTheScreenSize)
     IQzGuiWndInfo* pRoot = Record(0, 0);
     ASSERT_NE(nullptr, pRoot);
     EXPECT_EQ(0, pRoot->GetParentId());
-    EXPECT_EQ(0u, pRoot->GetX());
-    EXPECT_EQ(1024u, pRoot->GetWidth());
-    EXPECT_EQ(700u, pRoot->GetHeight());
+    EXPECT_EQ((Place{0, 0, 1024, 700}), PlaceOf(pRoot));
 }
 
 TEST_F(LayoutRootTest, InitWithoutManagerIsReportedAndFails)
@@ -48,9 +46,7 @@ TEST_F(LayoutRootTest, RootSectionOfTheFileGetsTheScreenSizeAtTheEnd)
     IQzGuiWndInfo* pRoot = Record(0, 0);
     ASSERT_NE(nullptr, pRoot);
     EXPECT_STREQ("Root", pRoot->GetTitle());
-    EXPECT_EQ(5u, pRoot->GetX());
-    EXPECT_EQ(1024u, pRoot->GetWidth());
-    EXPECT_EQ(700u, pRoot->GetHeight());
+    EXPECT_EQ((Place{5, 0, 1024, 700}), PlaceOf(pRoot));
 }
 
 TEST_F(LayoutRootTest, UnconfiguredWindowWithoutDialogTemplateGetsNoRecordAndNoLog)

@@ -3,47 +3,26 @@
 #include "LayoutTestSupport.h"
 
 #include "platform/system/QzKernelHost.h"
+#include "support/RegionFile.h"
 
 #include <cstdint>
 #include <string>
+#include <tuple>
 #include <vector>
 
 namespace QzLayoutTest
 {
 
 using QzGui::WNDINFO_FLAG_REGION;
+using QzTest::PutDword;
 
 namespace
 {
 
-void PutDword(std::string& bytes, uint32_t value)
-{
-    for (int i = 0; i < 4; ++i)
-        bytes.push_back(static_cast<char>((value >> (8 * i)) & 0xFF));
-}
-
 // One Rgn.dat entry whose region is the given rectangles.
 void PutRegion(std::string& bytes, uint32_t first, uint32_t second, const std::vector<RECT>& rects)
 {
-    std::string region;
-    PutDword(region, sizeof(RGNDATAHEADER));
-    PutDword(region, RDH_RECTANGLES);
-    PutDword(region, static_cast<uint32_t>(rects.size()));
-    PutDword(region, static_cast<uint32_t>(rects.size() * sizeof(RECT)));
-    for (int i = 0; i < 4; ++i)
-        PutDword(region, 0);
-    for (const RECT& rect : rects)
-    {
-        PutDword(region, static_cast<uint32_t>(rect.left));
-        PutDword(region, static_cast<uint32_t>(rect.top));
-        PutDword(region, static_cast<uint32_t>(rect.right));
-        PutDword(region, static_cast<uint32_t>(rect.bottom));
-    }
-    PutDword(bytes, first);
-    PutDword(bytes, second);
-    PutDword(bytes, static_cast<uint32_t>(region.size()));
-    PutDword(bytes, 0);
-    bytes += region;
+    QzTest::PutRegionEntry(bytes, first, second, QzTest::RegionData(rects));
 }
 
 const char* const kTwoRecords = "[0-5]\nw=100\nh=100\n[5-6]\nw=10\nh=10\n";
@@ -59,14 +38,13 @@ TEST_F(LayoutTablesTest, AniGroupsKeepAmountPiecesEvenWhenKeysAreMissing)
     ASSERT_TRUE(Load(kTwoRecords));
 
     ASSERT_EQ(2, mgr.GetAniGroupCount("Pair"));
-    const QzGui::QzAniGroupPiece* pFirst = mgr.GetAniGroupPiece("Pair", 0);
-    EXPECT_EQ("Button", pFirst->section);
-    EXPECT_EQ(12, pFirst->top);
-    EXPECT_EQ(27, pFirst->left);
-    const QzGui::QzAniGroupPiece* pSecond = mgr.GetAniGroupPiece("Pair", 1);
-    EXPECT_EQ("", pSecond->section);
-    EXPECT_EQ(0, pSecond->top);
-    EXPECT_EQ(0, pSecond->left);
+    const auto piece = [this](int index)
+    {
+        const QzGui::QzAniGroupPiece* pPiece = mgr.GetAniGroupPiece("Pair", index);
+        return std::make_tuple(pPiece->section, pPiece->top, pPiece->left);
+    };
+    EXPECT_EQ(std::make_tuple(std::string("Button"), 12, 27), piece(0));
+    EXPECT_EQ(std::make_tuple(std::string(), 0, 0), piece(1)); // the keys are missing
     EXPECT_EQ(nullptr, mgr.GetAniGroupPiece("Pair", 2));
     EXPECT_EQ(nullptr, mgr.GetAniGroupPiece("Pair", -1));
     ASSERT_NE(nullptr, mgr.GetAniGroup("Empty"));

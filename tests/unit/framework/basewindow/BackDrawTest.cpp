@@ -8,30 +8,6 @@
 namespace BaseWindowTest
 {
 
-namespace
-{
-
-void ExpectTexture(const QzTest::DrawCall& call, const std::string& path, int x, int y, int width,
-                   int height)
-{
-    EXPECT_EQ(path, call.texturePath);
-    EXPECT_EQ(x, call.x1);
-    EXPECT_EQ(y, call.y1);
-    EXPECT_EQ(width, call.width);
-    EXPECT_EQ(height, call.height);
-    EXPECT_FLOAT_EQ(1.0f, call.scale);
-}
-
-void ExpectSource(const QzTest::DrawCall& call, int left, int top, int right, int bottom)
-{
-    EXPECT_EQ(left, call.source.left);
-    EXPECT_EQ(top, call.source.top);
-    EXPECT_EQ(right, call.source.right);
-    EXPECT_EQ(bottom, call.source.bottom);
-}
-
-} // namespace
-
 class BackDraw : public BaseWindowScene
 {
 protected:
@@ -46,6 +22,7 @@ protected:
     {
         return QzPlatform::GetWidgetKit().GetLastReport();
     }
+    std::string Drawn() { return Trace(QzTest::DrawKind::Texture); }
 };
 
 TEST_F(BackDraw, CentredFrameLessItsMarginsSitsInTheMiddle)
@@ -56,18 +33,15 @@ TEST_F(BackDraw, CentredFrameLessItsMarginsSitsInTheMiddle)
     window.SetAlpha(128);
     window.DrawBack();
 
-    ASSERT_EQ(1u, Textures().size());
-    ExpectTexture(Textures()[0], "img/f20.png", 42, 12, 16, 16);
-    ExpectSource(Textures()[0], 2, 2, 18, 18);
-    EXPECT_EQ(128, Textures()[0].alpha);
-    ASSERT_NE(nullptr, LastReport());
-    EXPECT_EQ(100, LastReport()->width);
-    EXPECT_EQ(40, LastReport()->height);
-    EXPECT_EQ(42, LastReport()->x);
-    EXPECT_EQ(12, LastReport()->y);
-    EXPECT_EQ("Centre20", LastReport()->section);
-    EXPECT_EQ(0, LastReport()->frameNumber);
-    EXPECT_EQ("ani/control.ani", LastReport()->file);
+    EXPECT_EQ("texture img/f20.png src(2,2,18,18) at 42,12 size 16x16 alpha 128 scale 1\n",
+              Drawn());
+    const QzPlatform::DrawReport* pReport = LastReport();
+    ASSERT_NE(nullptr, pReport);
+    EXPECT_EQ((std::vector<int>{100, 40, 42, 12, 0}),
+              (std::vector<int>{pReport->width, pReport->height, pReport->x, pReport->y,
+                                pReport->frameNumber}));
+    EXPECT_EQ("Centre20", pReport->section);
+    EXPECT_EQ("ani/control.ani", pReport->file);
 }
 
 TEST_F(BackDraw, StretchedDrawsTheStatesFrameOverTheWindow)
@@ -78,9 +52,7 @@ TEST_F(BackDraw, StretchedDrawsTheStatesFrameOverTheWindow)
     window.SetState(3);
     window.DrawBack();
 
-    ASSERT_EQ(1u, Textures().size());
-    ExpectTexture(Textures()[0], "img/b.png", 11, 22, 100, 40);
-    ExpectSource(Textures()[0], 0, 0, 12, 12);
+    EXPECT_EQ("texture img/b.png src(0,0,12,12) at 11,22 size 100x40 alpha 255 scale 1\n", Drawn());
     EXPECT_EQ(0, LastReport()->frameNumber);
     EXPECT_EQ(11, LastReport()->x);
 }
@@ -97,10 +69,9 @@ TEST_F(BackDraw, PlainTypeAppliesThePictureOffsetOnlyToItsFrame)
     window.SetState(1);
     window.DrawBack();
 
-    ASSERT_EQ(2u, Textures().size());
-    ExpectTexture(Textures()[0], "img/c.png", 17, 28, 12, 12);
-    ExpectSource(Textures()[0], 1, 1, 13, 13);
-    ExpectTexture(Textures()[1], "img/b.png", 12, 22, 10, 10);
+    EXPECT_EQ("texture img/c.png src(1,1,13,13) at 17,28 size 12x12 alpha 255 scale 1\n"
+              "texture img/b.png src(1,1,11,11) at 12,22 size 10x10 alpha 255 scale 1\n",
+              Drawn());
     EXPECT_EQ(2, LastReport()->frameNumber);
     EXPECT_EQ(12, LastReport()->x);
 }
@@ -112,17 +83,14 @@ TEST_F(BackDraw, NineSliceOfASymmetricSkinFramesTheWindow)
     Dress(window, "Nine", QZ_BACK_NINESLICE, {10, 20, 110, 70});
     window.DrawBack();
 
-    const int expected[9][4] = {{10, 20, 8, 8},  {18, 20, 84, 8},  {102, 20, 8, 8},
-                                {10, 28, 8, 34}, {18, 28, 84, 34}, {102, 28, 8, 34},
-                                {10, 62, 8, 8},  {18, 62, 84, 8},  {102, 62, 8, 8}};
-    ASSERT_EQ(9u, Textures().size());
+    const char* const places[9] = {"10,20 size 8x8",  "18,20 size 84x8",  "102,20 size 8x8",
+                                   "10,28 size 8x34", "18,28 size 84x34", "102,28 size 8x34",
+                                   "10,62 size 8x8",  "18,62 size 84x8",  "102,62 size 8x8"};
+    std::string expected;
     for (int i = 0; i < 9; ++i)
-    {
-        SCOPED_TRACE(i);
-        ExpectTexture(Textures()[i], "img/n" + std::to_string(i) + ".png", expected[i][0],
-                      expected[i][1], expected[i][2], expected[i][3]);
-        ExpectSource(Textures()[i], 0, 0, 8, 8);
-    }
+        expected += "texture img/n" + std::to_string(i) + ".png src(0,0,8,8) at " + places[i] +
+                    " alpha 255 scale 1\n";
+    EXPECT_EQ(expected, Drawn());
     EXPECT_EQ(10, LastReport()->x);
     EXPECT_EQ(20, LastReport()->y);
 }
@@ -136,12 +104,11 @@ TEST_F(BackDraw, GroupDrawsTheFirstFrameOfEachPieceAtItsOffset)
     window.SetPicOffset(1, 1);
     window.DrawBack();
 
-    ASSERT_EQ(2u, Textures().size());
-    ExpectTexture(Textures()[0], "img/a.png", 14, 26, 10, 10);
-    ExpectTexture(Textures()[1], "img/f20.png", 20, 28, 20, 20);
     window.DrawAniGroup(nullptr, 0, 0);
     window.DrawAniGroup("Unknown", 0, 0);
-    EXPECT_EQ(2u, Textures().size());
+    EXPECT_EQ("texture img/a.png src(0,0,10,10) at 14,26 size 10x10 alpha 255 scale 1\n"
+              "texture img/f20.png src(0,0,20,20) at 20,28 size 20x20 alpha 255 scale 1\n",
+              Drawn());
 }
 
 TEST_F(BackDraw, BitmapCoversTheWindowForType7AndType5)
@@ -156,16 +123,13 @@ TEST_F(BackDraw, BitmapCoversTheWindowForType7AndType5)
     window.SetBackType(QZ_BACK_FILE);
     window.DrawBack();
 
-    ASSERT_EQ(2u, Textures().size());
-    ExpectTexture(Textures()[0], "img/back.png", 12, 23, 100, 40);
-    EXPECT_EQ(200, Textures()[0].alpha);
-    ExpectTexture(Textures()[1], "img/back.png", 12, 23, 100, 40);
-
     TestWindow empty;
     empty.SetBackType(QZ_BACK_BITMAP);
     empty.SetBackBitmap(nullptr);
     empty.DrawBack();
-    EXPECT_EQ(2u, Textures().size());
+    const std::string back = "texture img/back.png src(0,0,64,32) at 12,23 size 100x40 alpha 200 "
+                             "scale 1\n";
+    EXPECT_EQ(back + back, Drawn());
 }
 
 TEST_F(BackDraw, NothingIsDrawnOrReportedWithoutABackOrASection)
@@ -192,18 +156,11 @@ TEST_F(BackDraw, WindowsWithoutARecordAreFilledAndOutlinedInTheirTypeColour)
     button.DrawBack();
     dialog.DrawBack();
 
-    const std::vector<QzTest::DrawCall> fills = m_harness.Device().Calls(QzTest::DrawKind::Fill);
-    const std::vector<QzTest::DrawCall> outlines =
-        m_harness.Device().Calls(QzTest::DrawKind::Outline);
-    ASSERT_EQ(2u, fills.size());
-    EXPECT_EQ(0x50000000u, fills[0].colour);
-    EXPECT_EQ(10, fills[0].x1);
-    EXPECT_EQ(60, fills[0].y2);
-    ASSERT_EQ(2u, outlines.size());
-    EXPECT_EQ(0xff31e805u, outlines[0].colour);
-    EXPECT_EQ(110, outlines[0].x2);
-    EXPECT_EQ(0xf0000000u, outlines[1].colour);
-    EXPECT_TRUE(Textures().empty());
+    EXPECT_EQ("fill 10,20,110,60 #50000000\n"
+              "outline 10,20,110,60 #FF31E805\n"
+              "fill 0,0,0,0 #50000000\n"
+              "outline 0,0,0,0 #F0000000\n",
+              m_harness.Device().Trace());
 
     EXPECT_EQ(0xff2ac204u, CQzBackDrawer::GetOutlineColour(QZ_WND_EDIT));
     EXPECT_EQ(0xffcae805u, CQzBackDrawer::GetOutlineColour(QZ_WND_RECORD_STATIC));

@@ -5,19 +5,6 @@
 namespace BaseWindowTest
 {
 
-namespace
-{
-
-void ExpectRect(const RECT& rc, int left, int top, int right, int bottom)
-{
-    EXPECT_EQ(left, rc.left);
-    EXPECT_EQ(top, rc.top);
-    EXPECT_EQ(right, rc.right);
-    EXPECT_EQ(bottom, rc.bottom);
-}
-
-} // namespace
-
 using BaseWindowGeometry = BaseWindowScene;
 
 TEST_F(BaseWindowGeometry, MoveSendsSizeThenMoveAndOnlyWhatChanged)
@@ -53,16 +40,16 @@ TEST_F(BaseWindowGeometry, ChildIsPlacedFromItsParentsTopLeftAtTheTimeOfItsMove)
 
     RECT rcOut = {};
     child.MoveWindow(&rcOut, 10, 20, 30, 40, TRUE);
-    ExpectRect(child.GetWindowRect(), 110, 70, 140, 110);
-    ExpectRect(child.GetLocalRect(), 10, 20, 40, 60);
-    ExpectRect(rcOut, 10, 20, 40, 60);
+    EXPECT_EQ((RECT{110, 70, 140, 110}), child.GetWindowRect());
+    EXPECT_EQ((RECT{10, 20, 40, 60}), child.GetLocalRect());
+    EXPECT_EQ((RECT{10, 20, 40, 60}), rcOut);
     EXPECT_EQ(110u, child.seen.back().wParam);
     EXPECT_EQ(70, child.seen.back().lParam);
 
     parent.MoveWindow(nullptr, 0, 0, 400, 300, TRUE);
-    ExpectRect(child.GetWindowRect(), 110, 70, 140, 110);
+    EXPECT_EQ((RECT{110, 70, 140, 110}), child.GetWindowRect());
     child.SetPos(10, 20);
-    ExpectRect(child.GetWindowRect(), 10, 20, 40, 60);
+    EXPECT_EQ((RECT{10, 20, 40, 60}), child.GetWindowRect());
     EXPECT_EQ(300u | (7u << 16), child.GetFullId());
     EXPECT_EQ(300u << 16, parent.GetFullId());
 }
@@ -72,17 +59,16 @@ TEST_F(BaseWindowGeometry, InvertedRectanglesAreReportedAndStillMoved)
     TestWindow window;
     window.MoveWindow(RECT{50, 0, 40, 10}, TRUE);
     ASSERT_EQ(1u, m_harness.Log().Asserts().size());
-    EXPECT_EQ("rect.left <= rect.right", m_harness.Log().Asserts()[0].expression);
-    EXPECT_EQ("QzBaseWindow", m_harness.Log().Asserts()[0].source);
-    EXPECT_EQ(1229, m_harness.Log().Asserts()[0].line);
+    EXPECT_EQ((QzTest::AssertReport{"rect.left <= rect.right", "QzBaseWindow", 1229}),
+              m_harness.Log().Asserts()[0]);
     EXPECT_EQ(-10, window.GetWidth());
 
     const RECT rcInverted = {30, 0, 20, 10};
     const RECT& rcMoved = window.MoveWindow(&rcInverted, TRUE);
     ASSERT_EQ(2u, m_harness.Log().Asserts().size());
-    EXPECT_EQ("lpRect->left <= lpRect->right", m_harness.Log().Asserts()[1].expression);
-    EXPECT_EQ(1239, m_harness.Log().Asserts()[1].line);
-    ExpectRect(rcMoved, 30, 0, 20, 10);
+    EXPECT_EQ((QzTest::AssertReport{"lpRect->left <= lpRect->right", "QzBaseWindow", 1239}),
+              m_harness.Log().Asserts()[1]);
+    EXPECT_EQ((RECT{30, 0, 20, 10}), rcMoved);
 
     window.seen.clear();
     const RECT& rcUnmoved = window.MoveWindow(nullptr, TRUE);
@@ -99,8 +85,8 @@ TEST_F(BaseWindowGeometry, CentresInTheParentOrOnTheScreen)
     parent.MoveWindow(nullptr, 50, 60, 200, 100, TRUE);
     child.MoveWindow(nullptr, 0, 0, 40, 20, TRUE);
     child.CenterWindow(2, false);
-    ExpectRect(child.GetLocalRect(), 80, 40, 120, 60);
-    ExpectRect(child.GetWindowRect(), 130, 100, 170, 120);
+    EXPECT_EQ((RECT{80, 40, 120, 60}), child.GetLocalRect());
+    EXPECT_EQ((RECT{130, 100, 170, 120}), child.GetWindowRect());
 
     // On the 1024 x 768 screen, by its own size or by the first frame of its section (20 x 20).
     TestWindow top(QZ_WND_DIALOG, 301);
@@ -113,7 +99,7 @@ TEST_F(BaseWindowGeometry, CentresInTheParentOrOnTheScreen)
     EXPECT_EQ(364, top.GetY());
     top.SetAniName("Centre20");
     top.CenterWindow(2, true);
-    ExpectRect(top.GetWindowRect(), 502, 374, 602, 414);
+    EXPECT_EQ((RECT{502, 374, 602, 414}), top.GetWindowRect());
 
     TestWindow orphan;
     orphan.MoveWindow(nullptr, 5, 7, 100, 40, TRUE);
@@ -130,33 +116,30 @@ TEST_F(BaseWindowGeometry, ConvertsThroughTheClientOriginAndTheScreenAdapter)
 
     POINT pt = {150, 100};
     window.ScreenToClient(&pt);
-    EXPECT_EQ(40, pt.x);
-    EXPECT_EQ(30, pt.y);
+    EXPECT_EQ((POINT{40, 30}), pt);
     window.ClientToScreen(&pt);
-    EXPECT_EQ(150, pt.x);
-    EXPECT_EQ(100, pt.y);
+    EXPECT_EQ((POINT{150, 100}), pt);
 
     // The host shows the 1024 x 768 logical screen twice as large.
     QzPlatform::GetScreenAdapter().SetWindowSize(2048, 1536);
     pt = {300, 150};
     window.ScreenToClient(&pt);
-    EXPECT_EQ(90, pt.x);
-    EXPECT_EQ(30, pt.y);
+    EXPECT_EQ((POINT{90, 30}), pt);
     RECT rc = {0, 0, 30, 40};
     window.ClientToScreen(&rc);
-    ExpectRect(rc, 120, 90, 180, 170);
+    EXPECT_EQ((RECT{120, 90, 180, 170}), rc);
     window.ScreenToClient(&rc);
-    ExpectRect(rc, 0, 0, 30, 40);
-    ExpectRect(window.GetScreenRect(), 120, 90, 180, 170);
+    EXPECT_EQ((RECT{0, 0, 30, 40}), rc);
+    EXPECT_EQ((RECT{120, 90, 180, 170}), window.GetScreenRect());
 
     TestWindow orphan;
-    ExpectRect(orphan.GetScreenRect(), 0, 0, 0, 0);
+    EXPECT_EQ((RECT{0, 0, 0, 0}), orphan.GetScreenRect());
     pt = {1, 2};
     orphan.ScreenToClient(&pt);
     EXPECT_EQ(1, pt.x);
     ASSERT_EQ(1u, m_harness.Log().Asserts().size());
-    EXPECT_EQ("NULL != m_pQzGuiMgr", m_harness.Log().Asserts()[0].expression);
-    EXPECT_EQ(248, m_harness.Log().Asserts()[0].line);
+    EXPECT_EQ((QzTest::AssertReport{"NULL != m_pQzGuiMgr", "QzBaseWindow", 248}),
+              m_harness.Log().Asserts()[0]);
 }
 
 } // namespace BaseWindowTest

@@ -3,8 +3,7 @@
 #include "BaseWindowScene.h"
 
 #include "platform/system/QzKernelHost.h"
-
-#include <cstdint>
+#include "support/RegionFile.h"
 
 namespace BaseWindowTest
 {
@@ -24,30 +23,13 @@ const char* const kLayout =
     "[300-13]\nx=5\ny=6\nw=20\nh=20\nFgEffect=Centre20\nBgEffect=Two\n"
     "[0-55]\nx=5\ny=6\nw=70\nh=80\n";
 
-void Put32(std::string& bytes, uint32_t value)
-{
-    for (int i = 0; i < 4; ++i)
-        bytes.push_back(static_cast<char>((value >> (8 * i)) & 0xFF));
-}
-
 // ini/Rgn.dat with one region, the rectangle (200, 200, 210, 210), for window 11 of dialog 300.
 std::string RegionFile()
 {
-    std::string data;
-    for (uint32_t value : {32u, 1u, 1u, 16u, 200u, 200u, 210u, 210u, 200u, 200u, 210u, 210u})
-        Put32(data, value);
     std::string bytes;
-    for (uint32_t value : {1u, 300u, 11u, static_cast<uint32_t>(data.size()), 0u})
-        Put32(bytes, value);
-    return bytes + data;
-}
-
-void ExpectRect(const RECT& rc, int left, int top, int right, int bottom)
-{
-    EXPECT_EQ(left, rc.left);
-    EXPECT_EQ(top, rc.top);
-    EXPECT_EQ(right, rc.right);
-    EXPECT_EQ(bottom, rc.bottom);
+    QzTest::PutDword(bytes, 1);
+    QzTest::PutRegionEntry(bytes, 300, 11, QzTest::RegionData({{200, 200, 210, 210}}));
+    return bytes;
 }
 
 void TransformForTest(int x, int y, int* pX, int* pY)
@@ -76,24 +58,23 @@ TEST_F(BaseWindowRecord, RecordPlacesAndDressesTheWindow)
     Create(ctrl, &dialog);
 
     EXPECT_FALSE(dialog.GetFrameMode());
-    ExpectRect(dialog.GetWindowRect(), 100, 50, 500, 350);
-    ExpectRect(ctrl.GetLocalRect(), -20, 20, 80, 60);
-    ExpectRect(ctrl.GetWindowRect(), 80, 70, 180, 110);
+    EXPECT_EQ((RECT{100, 50, 500, 350}), dialog.GetWindowRect());
+    EXPECT_EQ((RECT{-20, 20, 80, 60}), ctrl.GetLocalRect());
+    EXPECT_EQ((RECT{80, 70, 180, 110}), ctrl.GetWindowRect());
     EXPECT_EQ(300u, ctrl.GetParentId());
     EXPECT_STREQ("Two", ctrl.GetAniName());
     EXPECT_EQ(1u, ctrl.GetBackType());
-    EXPECT_EQ(3, ctrl.GetPicOffset().x);
-    EXPECT_EQ(4, ctrl.GetPicOffset().y);
+    EXPECT_EQ((POINT{3, 4}), ctrl.GetPicOffset());
     EXPECT_EQ("Hand", ctrl.GetCursorName());
-    ExpectRect(ctrl.GetAniOffset(), 1, 2, 3, 4);
+    EXPECT_EQ((RECT{1, 2, 3, 4}), ctrl.GetAniOffset());
     EXPECT_EQ(0, m_harness.Log().Count("Dialog or Control error!!!"));
 
     ctrl.SetPos(0, 0);
     ctrl.ResetPosition();
-    ExpectRect(ctrl.GetLocalRect(), -20, 20, 80, 60);
+    EXPECT_EQ((RECT{-20, 20, 80, 60}), ctrl.GetLocalRect());
     RECT rcOrigin = {};
     EXPECT_TRUE(ctrl.GetOriginRect(&rcOrigin));
-    ExpectRect(rcOrigin, -20, 20, 80, 60);
+    EXPECT_EQ((RECT{-20, 20, 80, 60}), rcOrigin);
 }
 
 TEST_F(BaseWindowRecord, MissingRecordIsLoggedAndTheWindowDrawsInFrameMode)
@@ -102,23 +83,17 @@ TEST_F(BaseWindowRecord, MissingRecordIsLoggedAndTheWindowDrawsInFrameMode)
     ctrl.SetParent(&dialog);
     EXPECT_TRUE(ctrl.Create(m_pMgr));
     EXPECT_TRUE(ctrl.GetFrameMode());
-    ExpectRect(ctrl.GetWindowRect(), 0, 0, 0, 0);
+    EXPECT_EQ((RECT{0, 0, 0, 0}), ctrl.GetWindowRect());
     RECT rcOrigin = {1, 1, 1, 1};
     EXPECT_FALSE(ctrl.GetOriginRect(&rcOrigin));
-    ExpectRect(rcOrigin, 0, 0, 0, 0);
+    EXPECT_EQ((RECT{0, 0, 0, 0}), rcOrigin);
 
     ASSERT_EQ(1, m_harness.Log().Count("Dialog or Control error!!!"));
-    const QzPlatform::LogRecord& record = *m_harness.Log().Find("Dialog or Control error!!!");
-    ASSERT_EQ(5u, record.fields.size());
-    EXPECT_EQ("__cb__", record.fields[0].key);
-    EXPECT_EQ("", record.fields[0].text);
-    EXPECT_EQ("svr_time", record.fields[1].key);
-    EXPECT_EQ("QzBaseWindow:136", record.Get("_"));
-    EXPECT_EQ("wnd_id", record.fields[3].key);
-    EXPECT_EQ(QzPlatform::LogFieldKind::Integer, record.fields[3].kind);
-    EXPECT_EQ("99", record.Get("wnd_id"));
-    EXPECT_EQ("parent_id", record.fields[4].key);
-    EXPECT_EQ("300", record.Get("parent_id"));
+    QzPlatform::LogRecord record = *m_harness.Log().Find("Dialog or Control error!!!");
+    record.fields[1].text = "now"; // svr_time
+    EXPECT_EQ("{\"msg\":\"Dialog or Control error!!!\",\"__cb__\":\"\",\"svr_time\":\"now\","
+              "\"_\":\"QzBaseWindow:136\",\"wnd_id\":99,\"parent_id\":300}",
+              QzPlatform::FormatLogRecordJson(record));
 }
 
 TEST_F(BaseWindowRecord, ChildDialogIsLookedUpAsATopLevelWindow)
@@ -126,7 +101,7 @@ TEST_F(BaseWindowRecord, ChildDialogIsLookedUpAsATopLevelWindow)
     TestWindow child(QZ_WND_DIALOG, 55);
     Create(child, &dialog);
     EXPECT_EQ(300u, child.GetParentId());
-    ExpectRect(child.GetWindowRect(), 105, 56, 175, 136);
+    EXPECT_EQ((RECT{105, 56, 175, 136}), child.GetWindowRect());
 
     TestWindow unknown(QZ_WND_DIALOG, 56);
     Create(unknown, &dialog);
@@ -144,7 +119,7 @@ TEST_F(BaseWindowRecord, InfoIdAndVariantChooseTheRecordAndTheRootCanOptOut)
     m_root.Write("ini/Logic.ini", "[300-7-2]\nx=1\ny=2\nw=3\nh=4\n");
     m_pMgr->GetInfoMgr()->LoadLogicLayout("Logic.ini");
     ctrl.SetInfoVariant(2);
-    ExpectRect(ctrl.GetLocalRect(), 1, 2, 4, 6);
+    EXPECT_EQ((RECT{1, 2, 4, 6}), ctrl.GetLocalRect());
     EXPECT_EQ(2u, ctrl.GetInfoVariant());
 
     dialog.SetUseInfo(false);
@@ -159,12 +134,12 @@ TEST_F(BaseWindowRecord, ExtraAttributesNeedExactlyFourMarginsAndCanDisable)
     TestWindow three(QZ_WND_BUTTON, 8);
     three.SetAniOffset({5, 5, 5, 5});
     Create(three, &dialog);
-    ExpectRect(three.GetAniOffset(), 0, 0, 0, 0);
+    EXPECT_EQ((RECT{0, 0, 0, 0}), three.GetAniOffset());
     EXPECT_FALSE(three.IsDisable());
 
     TestWindow disabled(QZ_WND_BUTTON, 9);
     Create(disabled, &dialog);
-    ExpectRect(disabled.GetAniOffset(), 0, 0, 0, 0);
+    EXPECT_EQ((RECT{0, 0, 0, 0}), disabled.GetAniOffset());
     disabled.ShowWindow(SW_SHOW);
     EXPECT_TRUE(disabled.IsDisable());
     EXPECT_FALSE(disabled.IsWindowVisible());

@@ -1,18 +1,15 @@
-// A GUI manager on the harness's main window over a temp data root that holds a layout file,
-// an animation file with known images, an animation group, and a window class that writes
-// down what reaches it and lets a test set the state that input would set.
+// A GUI scene whose data root holds an animation file with known images and an animation group,
+// and a window class that writes down what reaches it and lets a test set the state that input
+// would set.
 #pragma once
 
-#include "support/QzHarness.h"
-#include "support/TempDataDir.h"
+#include "support/GuiScene.h"
 
 #include "framework/QzBaseWindow.h"
 #include "framework/QzGuiMgr.h"
 #include "layout/QzGuiInfoMgr.h"
 #include "platform/services/QzScreenAdapter.h"
 #include "platform/services/QzWidgetKit.h"
-
-#include <gtest/gtest.h>
 
 #include <functional>
 #include <string>
@@ -23,12 +20,7 @@ namespace BaseWindowTest
 
 using namespace QzGui;
 
-struct Seen
-{
-    UINT message;
-    WPARAM wParam;
-    LPARAM lParam;
-};
+using QzTest::Seen;
 
 // Images of the animation file: a.png 10x10, b.png 12x12, c.png 14x14, f20.png 20x20, n0..n8
 // 8x8 (the nine pieces) and mask.png, 4x2, opaque only in its left half.
@@ -100,10 +92,10 @@ private:
     int m_nType;
 };
 
-class BaseWindowScene : public ::testing::Test
+class BaseWindowScene : public QzTest::GuiScene
 {
 protected:
-    BaseWindowScene()
+    BaseWindowScene() : GuiScene({{"ani/Control.ani", kAniFile}, {"ini/AniGroup.ini", kAniGroups}})
     {
         QzTest::RecordingDevice& device = m_harness.Device();
         device.DefineTexture("img/a.png", 10, 10);
@@ -114,22 +106,8 @@ protected:
             device.DefineTexture("img/n" + std::to_string(i) + ".png", 8, 8);
         device.DefineTexture("img/mask.png", {"##..", "##.."});
         device.DefineTexture("img/back.png", 64, 32);
-        m_root.Write("ani/Control.ani", kAniFile);
-        m_root.Write("ini/AniGroup.ini", kAniGroups);
-        m_root.Write("ini/Gui3DEffect.ini", "");
-        m_root.Write("ini/Test.ini", "");
-        m_pMgr = static_cast<CQzGuiMgr*>(CreateGuiMgr());
-        m_pMgr->Init(GetModuleHandleA(nullptr), m_harness.MainWindow(), 100, "Test.ini");
-        m_harness.SetMessageHandler([this](UINT message, WPARAM wParam, LPARAM lParam) -> LRESULT
-                                    { return m_pMgr->OnMessage(message, wParam, lParam); });
         QzPlatform::GetWidgetKit().Clear();
         m_harness.Log().Clear();
-    }
-    ~BaseWindowScene() override
-    {
-        m_harness.SetMessageHandler(nullptr);
-        m_pMgr->Release();
-        QzPlatform::GetScreenAdapter().Reset();
     }
 
     // Replaces the layout file and reads it again.
@@ -145,14 +123,7 @@ protected:
         window.SetParent(pParent);
         window.Create(m_pMgr);
     }
-    std::vector<QzTest::DrawCall> Textures()
-    {
-        return m_harness.Device().Calls(QzTest::DrawKind::Texture);
-    }
-
-    QzTest::Harness m_harness;
-    QzTest::TempDataDir m_root;
-    CQzGuiMgr* m_pMgr = nullptr;
+    std::vector<QzTest::DrawCall> Textures() { return Calls(QzTest::DrawKind::Texture); }
 };
 
 } // namespace BaseWindowTest

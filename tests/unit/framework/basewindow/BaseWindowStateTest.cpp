@@ -216,10 +216,8 @@ TEST_F(BaseWindowState, WithoutAManagerCreateFailsAndTheManagerIsReported)
     EXPECT_FALSE(window.Create(nullptr));
     EXPECT_TRUE(m_harness.Log().Asserts().empty());
     EXPECT_EQ(nullptr, window.GetGuiMgr());
-    ASSERT_EQ(1u, m_harness.Log().Asserts().size());
-    EXPECT_EQ("NULL != m_pQzGuiMgr", m_harness.Log().Asserts()[0].expression);
-    EXPECT_EQ("QzBaseWindow", m_harness.Log().Asserts()[0].source);
-    EXPECT_EQ(248, m_harness.Log().Asserts()[0].line);
+    EXPECT_EQ((std::vector<QzTest::AssertReport>{{"NULL != m_pQzGuiMgr", "QzBaseWindow", 248}}),
+              m_harness.Log().Asserts());
 
     window.createResult = 0;
     EXPECT_FALSE(window.Create(m_pMgr));

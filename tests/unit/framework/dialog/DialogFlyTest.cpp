@@ -74,16 +74,4 @@ TEST_F(DialogFly, HidingFliesOutAndHidesOnArrival)
     EXPECT_EQ((std::vector<std::string>{"open.wav", "close.wav"}), g_sounds);
 }
 
-TEST_F(DialogFly, CloseDialogsHidesAFlyingDialogAtOnce)
-{
-    m_dialog.ShowWindow(SW_SHOW);
-    Frame();
-    Frame();
-
-    m_pMgr->CloseDialogs(5);
-
-    EXPECT_FALSE(m_dialog.IsWindowVisible());
-    EXPECT_EQ(-120, m_dialog.GetX());
-}
-
 } // namespace DialogTest

@@ -1,17 +1,14 @@
-// A GUI manager on the harness's main window, with records inserted straight into its layout
-// manager, and small windows that write down what reaches them.
+// A GUI scene whose records are inserted straight into its layout manager, and small windows
+// that write down what reaches them.
 #pragma once
 
-#include "support/QzHarness.h"
+#include "support/GuiScene.h"
 
 #include "framework/QzDialog.h"
 #include "framework/QzGuiMgr.h"
 #include "layout/QzGuiInfoMgr.h"
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
-#include <initializer_list>
 #include <string>
 #include <utility>
 #include <vector>
@@ -97,55 +94,6 @@ public:
     std::vector<std::pair<DWORD, UINT>>* pJournal = nullptr;
 };
 
-class DialogScene : public ::testing::Test
-{
-protected:
-    using Extras = std::initializer_list<std::pair<const char*, const char*>>;
-
-    DialogScene()
-    {
-        m_pMgr = static_cast<CQzGuiMgr*>(CreateGuiMgr());
-        m_pMgr->Init(GetModuleHandleA(nullptr), m_harness.MainWindow(), 100, nullptr);
-        m_pMgr->SetScreenSize(1024, 768);
-        m_harness.SetMessageHandler(
-            [this](UINT message, WPARAM wParam, LPARAM lParam) -> LRESULT
-            {
-                const BOOL bResult = m_pMgr->OnMessage(message, wParam, lParam);
-                if (message >= WM_MOUSEFIRST && message <= WM_MOUSELAST)
-                    m_nMouseResult = bResult;
-                return bResult;
-            });
-    }
-    ~DialogScene() override
-    {
-        m_harness.SetMessageHandler(nullptr);
-        m_pMgr->Release();
-    }
-
-    // The record of window `id` under `parent`: rectangle relative to the parent, extra keys.
-    CQzGuiWndInfo* AddRecord(DWORD parent, DWORD id, RECT rc, Extras extras = {})
-    {
-        auto* pRecord = new CQzGuiWndInfo;
-        pRecord->SetParentId(static_cast<int>(parent));
-        pRecord->SetCtrlId(static_cast<int>(id));
-        pRecord->SetX(static_cast<WORD>(rc.left));
-        pRecord->SetY(static_cast<WORD>(rc.top));
-        pRecord->SetWidth(static_cast<WORD>(rc.right - rc.left));
-        pRecord->SetHeight(static_cast<WORD>(rc.bottom - rc.top));
-        for (const auto& extra : extras)
-            pRecord->AddExtra(extra.first, extra.second);
-        m_pMgr->GetInfoMgr()->InsertRecord(pRecord);
-        return pRecord;
-    }
-
-    void Frame()
-    {
-        m_harness.Frame([this] { m_pMgr->Show(); });
-    }
-
-    QzTest::Harness m_harness;
-    CQzGuiMgr* m_pMgr = nullptr;
-    BOOL m_nMouseResult = -1;
-};
+using DialogScene = QzTest::GuiScene;
 
 } // namespace DialogTest

@@ -62,16 +62,15 @@ protected:
         m_harness.Device().DefineTexture("ui/fancy.png", 80, 40);
     }
 
-    std::vector<DrawCall> Texts() { return m_harness.Device().Calls(DrawKind::Text); }
-    std::vector<DrawCall> Textures() { return m_harness.Device().Calls(DrawKind::Texture); }
+    std::vector<DrawCall> Texts() { return Calls(DrawKind::Text); }
+    std::vector<DrawCall> Textures() { return Calls(DrawKind::Texture); }
 };
 
-void ExpectText(const DrawCall& call, int x, int y, const std::string& text)
+// A tip line as the device traces it: black 12-point text at (x, y).
+std::string TipLine(int x, int y, const std::string& text)
 {
-    EXPECT_EQ(x, call.x1) << text;
-    EXPECT_EQ(y, call.y1) << text;
-    EXPECT_EQ(text, call.text);
-    EXPECT_EQ(0xff000000u, call.colour) << text;
+    return "text " + std::to_string(x) + "," + std::to_string(y) + " \"" + text +
+           "\" font default/12 #FF000000 shadow #00000000\n";
 }
 
 TEST_F(DrawTest, VisibleDialogsDrawBottomToTopWithTheHookAfterItsDialog)
@@ -143,28 +142,16 @@ TEST_F(DrawTest, TipsStayOnScreenAndAlignTheirLines)
 
     m_pMgr->Show();
 
-    // Cell 6 x 12: "abcd" is 24 wide, a line 16 high; boxes are width + 24 wide.
-    std::vector<DrawCall> texts = Texts();
-    ASSERT_EQ(4u, texts.size());
-    ExpectText(texts[0], 912, 20, "abcd"); // box pulled left to 1024 - 124, up to 10
-    ExpectText(texts[1], 912, 36, "ab");
-    ExpectText(texts[2], 10 - 12 + (100 - 24) / 2, 732 + 10, "abcd"); // centred, box at (10, 732)
-    ExpectText(texts[3], 200 - 12 + 100 - 24, 110, "abcd");           // right-aligned
-
-    std::vector<DrawCall> backs = Textures();
-    ASSERT_EQ(3u, backs.size());
-    EXPECT_EQ("ui/tip.png", backs[0].texturePath);
-    EXPECT_EQ(900, backs[0].x1);
-    EXPECT_EQ(10, backs[0].y1);
-    EXPECT_EQ(124, backs[0].width);
-    EXPECT_EQ(16 * 2 + 20, backs[0].height);
-    EXPECT_EQ(10, backs[1].x1);
-    EXPECT_EQ(732, backs[1].y1);
-    EXPECT_EQ("ui/fancy.png", backs[2].texturePath);
-    EXPECT_EQ(195, backs[2].x1);
-    EXPECT_EQ(95, backs[2].y1);
-    EXPECT_EQ(80, backs[2].width);
-    EXPECT_EQ(40, backs[2].height);
+    // Cell 6 x 12: "abcd" is 24 wide, a line 16 high; boxes are width + 24 wide. The first box
+    // is pulled left to 1024 - 124 and down to 10, the second up to 768 - 36 and right to 10.
+    EXPECT_EQ(TipLine(912, 20, "abcd") + TipLine(912, 36, "ab") +
+                  TipLine(10 - 12 + (100 - 24) / 2, 732 + 10, "abcd") + // centred
+                  TipLine(200 - 12 + 100 - 24, 110, "abcd"),            // right-aligned
+              Trace(DrawKind::Text));
+    EXPECT_EQ("texture ui/tip.png src(0,0,50,30) at 900,10 size 124x52 alpha 255 scale 1\n"
+              "texture ui/tip.png src(0,0,50,30) at 10,732 size 124x36 alpha 255 scale 1\n"
+              "texture ui/fancy.png src(0,0,80,40) at 195,95 size 80x40 alpha 255 scale 1\n",
+              Trace(DrawKind::Texture));
 }
 
 TEST_F(DrawTest, OnceTheHostDrawsTheTipsTheFrameLeavesThemToIt)
@@ -190,10 +177,7 @@ TEST_F(DrawTest, ShowTipNowSplitsAtBackslashBAndDrawsAtOnce)
 {
     m_pMgr->ShowTipNow(100, 200, "ab\\bcd\\nef", 7, 10, 0, std::string());
 
-    std::vector<DrawCall> texts = Texts();
-    ASSERT_EQ(2u, texts.size());
-    ExpectText(texts[0], 112, 210, "ab");
-    ExpectText(texts[1], 112, 226, "cd\\nef");
+    EXPECT_EQ(TipLine(112, 210, "ab") + TipLine(112, 226, "cd\\nef"), Trace(DrawKind::Text));
     ASSERT_EQ(1u, Textures().size());
     EXPECT_EQ(6 * 6 + 24, Textures()[0].width); // the widest line, above the minimum
 

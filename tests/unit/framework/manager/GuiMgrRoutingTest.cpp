@@ -13,28 +13,20 @@ namespace
 using RoutingTest = ManagerFixture;
 using Ids = std::vector<DWORD>;
 
-size_t CountOf(const std::vector<Seen>& seen, UINT message)
-{
-    size_t count = 0;
-    for (const Seen& s : seen)
-        count += s.message == message ? 1 : 0;
-    return count;
-}
-
 TEST_F(RoutingTest, AClickTheUpperDialogRefusesFallsToTheDialogBelow)
 {
     ProbeDialog* pLower = AddDialog(1);
     ProbeDialog* pUpper = AddDialog(2);
 
     m_harness.LButtonDown(150, 150);
-    EXPECT_EQ(1u, CountOf(pUpper->mouse, WM_LBUTTONDOWN));
-    EXPECT_EQ(0u, CountOf(pLower->mouse, WM_LBUTTONDOWN));
+    EXPECT_EQ(1, CountOf(pUpper->mouse, WM_LBUTTONDOWN));
+    EXPECT_EQ(0, CountOf(pLower->mouse, WM_LBUTTONDOWN));
     m_harness.LButtonUp(150, 150);
 
     pUpper->refuseMouse = true;
     m_harness.LButtonDown(150, 150);
-    EXPECT_EQ(2u, CountOf(pUpper->mouse, WM_LBUTTONDOWN));
-    ASSERT_EQ(1u, CountOf(pLower->mouse, WM_LBUTTONDOWN));
+    EXPECT_EQ(2, CountOf(pUpper->mouse, WM_LBUTTONDOWN));
+    ASSERT_EQ(1, CountOf(pLower->mouse, WM_LBUTTONDOWN));
     EXPECT_EQ(MAKELPARAM(150, 150), pLower->mouse.back().lParam);
 }
 
@@ -72,13 +64,13 @@ TEST_F(RoutingTest, ATransparentDialogPassesClicksOnItsSurfaceAndKeepsItsPlace)
     EXPECT_EQ((Ids{1, 6, 2}), ZOrder());
 
     m_harness.LButtonDown(30, 30); // its button
-    EXPECT_EQ(1u, CountOf(pButton->seen, WM_LBUTTONDOWN));
+    EXPECT_EQ(1, CountOf(pButton->seen, WM_LBUTTONDOWN));
     EXPECT_TRUE(pBelow->mouse.empty());
     EXPECT_EQ((Ids{1, 6, 2}), ZOrder());
     m_harness.LButtonUp(30, 30);
 
     m_harness.LButtonDown(150, 150); // an empty part of it
-    EXPECT_EQ(1u, CountOf(pBelow->mouse, WM_LBUTTONDOWN));
+    EXPECT_EQ(1, CountOf(pBelow->mouse, WM_LBUTTONDOWN));
     EXPECT_EQ((Ids{6, 2, 1}), ZOrder());
     m_pMgr->RemoveDialog(&trans);
 }
@@ -107,8 +99,8 @@ TEST_F(RoutingTest, ADialogHoldsTheCaptureFromButtonDownToButtonUp)
     EXPECT_TRUE(m_pMgr->IsCapture(pLower));
     m_harness.MouseMove(350, 350); // over dialog 2 only
     m_harness.LButtonUp(350, 350);
-    EXPECT_EQ(1u, CountOf(pLower->mouse, WM_MOUSEMOVE));
-    EXPECT_EQ(1u, CountOf(pLower->mouse, WM_LBUTTONUP));
+    EXPECT_EQ(1, CountOf(pLower->mouse, WM_MOUSEMOVE));
+    EXPECT_EQ(1, CountOf(pLower->mouse, WM_LBUTTONUP));
     EXPECT_TRUE(pUpper->mouse.empty());
     EXPECT_EQ(nullptr, m_pMgr->GetCapture());
 }
@@ -149,7 +141,7 @@ TEST_F(RoutingTest, KeysGoToTheKeyFocusWindowWhileItCanTakeThem)
 
     // Mouse messages are routed as without a key focus.
     m_harness.LButtonDown(200, 200);
-    EXPECT_EQ(1u, CountOf(pDialog->mouse, WM_LBUTTONDOWN));
+    EXPECT_EQ(1, CountOf(pDialog->mouse, WM_LBUTTONDOWN));
 }
 
 TEST_F(RoutingTest, AHiddenOrDisabledOrDestroyedKeyFocusWindowLosesTheKeys)
@@ -214,7 +206,7 @@ TEST_F(RoutingTest, TheWheelReachesDialogsInClientCoordinates)
     m_harness.MoveMainWindow(100, 50);
 
     m_harness.Wheel(500, 400, -120);
-    ASSERT_EQ(1u, CountOf(pDialog->mouse, WM_MOUSEWHEEL));
+    ASSERT_EQ(1, CountOf(pDialog->mouse, WM_MOUSEWHEEL));
     EXPECT_EQ(MAKELPARAM(400, 350), pDialog->mouse.back().lParam);
     EXPECT_EQ(-120, GET_WHEEL_DELTA_WPARAM(pDialog->mouse.back().wParam));
 }
@@ -225,8 +217,7 @@ TEST_F(RoutingTest, MouseMovesAreRememberedAndOtherMessagesAreNotRouted)
     m_harness.MouseMove(40, 60);
     POINT pt = {};
     m_pMgr->GetMousePos(&pt);
-    EXPECT_EQ(40, pt.x);
-    EXPECT_EQ(60, pt.y);
+    EXPECT_EQ((POINT{40, 60}), pt);
     EXPECT_TRUE(m_pMgr->IsUnderMouse(pLower));
 
     pLower->mouse.clear();
@@ -241,7 +232,7 @@ TEST_F(RoutingTest, HiddenDialogsAndDialogsWithAParentAreSkipped)
     ProbeDialog* pUpper = AddDialog(2, false);
     m_harness.LButtonDown(150, 150);
     EXPECT_TRUE(pUpper->mouse.empty());
-    EXPECT_EQ(1u, CountOf(pLower->mouse, WM_LBUTTONDOWN));
+    EXPECT_EQ(1, CountOf(pLower->mouse, WM_LBUTTONDOWN));
     m_harness.LButtonUp(150, 150);
 
     ProbeDialog child(2, nullptr);

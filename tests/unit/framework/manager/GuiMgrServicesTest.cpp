@@ -84,18 +84,13 @@ TEST_F(ServicesTest, TheLogicFileFollowsTheResolutionIndex)
         return pInfo ? static_cast<int>(pInfo->GetX()) : -1;
     };
 
-    adapter.SetResolutionIndex(1);
-    m_pMgr->LoadGuiLogic();
-    EXPECT_EQ(800, variantX());
-    adapter.SetResolutionIndex(2);
-    m_pMgr->LoadGuiLogic();
-    EXPECT_EQ(640, variantX());
-    adapter.SetResolutionIndex(0);
-    m_pMgr->LoadGuiLogic();
-    EXPECT_EQ(1, variantX());
-    adapter.SetResolutionIndex(7);
-    m_pMgr->LoadGuiLogic();
-    EXPECT_EQ(1, variantX());
+    // 7 is no resolution: the plain file.
+    for (const auto& [index, x] : {std::pair{1, 800}, {2, 640}, {0, 1}, {7, 1}})
+    {
+        adapter.SetResolutionIndex(index);
+        m_pMgr->LoadGuiLogic();
+        EXPECT_EQ(x, variantX()) << index;
+    }
     adapter.Reset();
 }
 
@@ -107,11 +102,13 @@ TEST_F(ServicesTest, CloseDialogsHidesWhatAgreesAndStopsFlyingAtOnce)
     ProbeDialog* pFlying = AddDialog(7); // flies in from the left at 10 pixels a frame
     m_pMgr->Show();
     ASSERT_TRUE(pFlying->IsFlying());
+    const int nFlightX = pFlying->GetX();
 
     m_pMgr->CloseDialogs(5);
     EXPECT_FALSE(pPlain->IsWindowVisible());
     EXPECT_TRUE(pStays->IsWindowVisible());
     EXPECT_FALSE(pFlying->IsWindowVisible());
+    EXPECT_EQ(nFlightX, pFlying->GetX()); // hidden where it was, not moved to its place
 }
 
 TEST_F(ServicesTest, BroadcastAsksVisibleDialogsOnBothListsTwice)
@@ -245,12 +242,9 @@ TEST(GuiMgrLifetime, NullManagersAreReportedByTheHelper)
     EXPECT_FALSE(pHelper->RegisterMgr(nullptr));
     pHelper->UnregisterMgr(nullptr);
     pHelper->SetDebugTarget(nullptr, nullptr);
-    const auto& asserts = harness.Log().Asserts();
-    ASSERT_EQ(2u, asserts.size());
-    EXPECT_EQ("pQzGuiMgr != NULL", asserts[0].expression);
-    EXPECT_EQ("QzGuiHelper", asserts[0].source);
-    EXPECT_EQ(102, asserts[0].line);
-    EXPECT_EQ(115, asserts[1].line);
+    EXPECT_EQ((std::vector<QzTest::AssertReport>{{"pQzGuiMgr != NULL", "QzGuiHelper", 102},
+                                                 {"pQzGuiMgr != NULL", "QzGuiHelper", 115}}),
+              harness.Log().Asserts());
 
     // A manager that never registered leaves the helper alone when released.
     (new CQzGuiMgr)->Release();

@@ -1,16 +1,12 @@
-// A host for the manager's scenarios: a temp data root with a layout file, the harness whose
-// main window passes every message to the manager's OnMessage, and probe dialogs that record
-// what reaches them.
+// The manager's scenarios: a GUI scene over the layout below, and probe dialogs and controls
+// that record what reaches them.
 #pragma once
 
 #include "framework/QzBaseWindow.h"
 #include "framework/QzDialog.h"
 #include "framework/QzGuiHelper.h"
 #include "framework/QzGuiMgr.h"
-#include "support/QzHarness.h"
-#include "support/TempDataDir.h"
-
-#include <gtest/gtest.h>
+#include "support/GuiScene.h"
 
 #include <memory>
 #include <string>
@@ -22,6 +18,8 @@ namespace QzGuiManagerTest
 using QzGui::CQzBaseWindow;
 using QzGui::CQzDialog;
 using QzGui::CQzGuiMgr;
+using QzTest::CountOf;
+using QzTest::Seen;
 
 // Dialogs 1 and 2 overlap over (100..300, 100..300); 3 and 4 are topmost; 5 keeps its place
 // on a click; 6 covers 1 and 2 as a click-through dialog with a control 10 at (20, 20); 7
@@ -47,13 +45,6 @@ struct ReleaseMgr
     void operator()(QzGui::IQzGuiMgr* pMgr) const { pMgr->Release(); }
 };
 using IQzGuiMgrPtr = std::unique_ptr<QzGui::IQzGuiMgr, ReleaseMgr>;
-
-struct Seen
-{
-    UINT message;
-    WPARAM wParam;
-    LPARAM lParam;
-};
 
 // A control that records its messages and answers them with a chosen result.
 class ProbeCtrl : public CQzBaseWindow
@@ -113,27 +104,18 @@ private:
     std::vector<DWORD>* m_pDrawLog;
 };
 
-class ManagerFixture : public ::testing::Test
+class ManagerFixture : public QzTest::GuiScene
 {
 protected:
     // Extended records, when given, are in place before the manager's Init.
     explicit ManagerFixture(const char* pszGuiEx = nullptr)
+        : GuiScene({{"ini/Test.ini", kLayout}, {"ini/GUI_EX.ini", pszGuiEx}})
     {
-        m_root.Write("ini/Test.ini", kLayout);
-        m_root.Write("ini/Gui3DEffect.ini", "");
-        if (pszGuiEx)
-            m_root.Write("ini/GUI_EX.ini", pszGuiEx);
-        m_pMgr = static_cast<CQzGuiMgr*>(QzGui::CreateGuiMgr());
-        m_pMgr->Init(GetModuleHandleA(nullptr), m_harness.MainWindow(), 100, "Test.ini");
-        m_harness.SetMessageHandler([this](UINT message, WPARAM wParam, LPARAM lParam) -> LRESULT
-                                    { return m_pMgr->OnMessage(message, wParam, lParam); });
     }
     ~ManagerFixture() override
     {
-        m_harness.SetMessageHandler(nullptr);
         m_ctrls.clear();
         m_dialogs.clear();
-        m_pMgr->Release();
     }
 
     // A registered dialog, shown unless told otherwise.
@@ -164,9 +146,6 @@ protected:
         return ids;
     }
 
-    QzTest::Harness m_harness;
-    QzTest::TempDataDir m_root;
-    CQzGuiMgr* m_pMgr = nullptr;
     std::vector<DWORD> m_drawLog;
     std::vector<std::unique_ptr<ProbeCtrl>> m_ctrls;
     std::vector<std::unique_ptr<ProbeDialog>> m_dialogs;

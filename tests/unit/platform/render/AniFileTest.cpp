@@ -1,6 +1,7 @@
 // Reading .ani files: sections, frames, atlas rectangles, kinds, and how broken lines are
 // reported and contained.
 #include "platform/render/AniFile.h"
+#include "support/GeometryPrint.h"
 #include "support/LogCapture.h"
 
 #include <gtest/gtest.h>
@@ -48,10 +49,7 @@ TEST(AniFileTest, ReadsFramesRectanglesKindsAndSkipsComments)
     EXPECT_EQ(pSection->frames[0].kind, 0);
     EXPECT_EQ(pSection->frames[1].path, "ani/atlas.png");
     EXPECT_TRUE(pSection->frames[1].hasRect);
-    EXPECT_EQ(pSection->frames[1].rect.left, 4);
-    EXPECT_EQ(pSection->frames[1].rect.top, 8);
-    EXPECT_EQ(pSection->frames[1].rect.right, 20);
-    EXPECT_EQ(pSection->frames[1].rect.bottom, 40);
+    EXPECT_EQ(pSection->frames[1].rect, (QzPlatform::RectI{4, 8, 20, 40}));
     EXPECT_EQ(pSection->frames[1].kind, 2);
     // A frame the section does not describe exists without an image.
     EXPECT_TRUE(pSection->frames[2].path.empty());

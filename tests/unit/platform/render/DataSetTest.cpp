@@ -14,6 +14,8 @@
 #include <cstring>
 #include <memory>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace
 {
@@ -63,6 +65,26 @@ protected:
     {
         return QzPlatform::CTableDataSet::Instance().IsCached(kFile, section);
     }
+    // What GetAniSize answers for a frame, as "result width x height".
+    static std::string SizeOf(IDataAni* pAni, int frame)
+    {
+        C3_SIZE size = {-1, -1};
+        const bool bFound = pAni->GetAniSize(size, frame);
+        return (bFound ? "found " : "none ") + std::to_string(size.iWidth) + "x" +
+               std::to_string(size.iHeight);
+    }
+    // The frame's pixels from (-1, -1) to (width, height), '#' where opaque.
+    static std::vector<std::string> Opacity(IDataFrame* pFrame, int width, int height)
+    {
+        std::vector<std::string> rows;
+        for (int y = -1; y <= height; ++y)
+        {
+            rows.emplace_back();
+            for (int x = -1; x <= width; ++x)
+                rows.back() += pFrame->IsTransparentAt(x, y) ? '.' : '#';
+        }
+        return rows;
+    }
 
     QzTest::LogCapture m_log; // the file has a broken section
     QzTest::TempDataDir m_root;
@@ -75,16 +97,9 @@ TEST_F(DataSetTest, SectionsAreFoundByAnyCaseOfFileAndSectionName)
     ASSERT_NE(pButton, nullptr);
     EXPECT_EQ(TableDataSetQuery()->GetAni("ANI\\control.ani", "bUTTON", 1, 30000, 0), pButton);
     EXPECT_EQ(pButton->GetFrameCount(), 2);
-    C3_SIZE size = {0, 0};
-    EXPECT_TRUE(pButton->GetAniSize(size, 0));
-    EXPECT_EQ(size.iWidth, 16);
-    EXPECT_EQ(size.iHeight, 8);
-    // An atlas frame is as large as its rectangle, not its image.
-    EXPECT_TRUE(pButton->GetAniSize(size, 1));
-    EXPECT_EQ(size.iWidth, 30);
-    EXPECT_EQ(size.iHeight, 40);
-    EXPECT_FALSE(pButton->GetAniSize(size, 2));
-    EXPECT_EQ(size.iWidth, 0);
+    EXPECT_EQ(SizeOf(pButton, 0), "found 16x8");
+    EXPECT_EQ(SizeOf(pButton, 1), "found 30x40"); // an atlas frame: its rectangle, not its image
+    EXPECT_EQ(SizeOf(pButton, 2), "none 0x0");
     EXPECT_EQ(pButton->GetFrame(-1), nullptr);
     EXPECT_EQ(pButton->GetFrame(2), nullptr);
     EXPECT_EQ(Get("Unknown"), nullptr);
@@ -157,22 +172,14 @@ TEST_F(DataSetTest, MaskFramesAnswerPointQueries)
     IDataAni* pAtlasMask = Get("AtlasMask");
     ASSERT_TRUE(pButton && pMask && pAtlasMask);
     EXPECT_EQ(pButton->GetFrame(0)->GetKind(), 0);
-    IDataFrame* pFrame = pMask->GetFrame(0);
-    EXPECT_EQ(pFrame->GetKind(), 2);
-    EXPECT_FALSE(pFrame->IsTransparentAt(0, 0));
-    EXPECT_FALSE(pFrame->IsTransparentAt(0, 1));
-    EXPECT_TRUE(pFrame->IsTransparentAt(2, 0));
-    EXPECT_TRUE(pFrame->IsTransparentAt(1, 1));
-    EXPECT_TRUE(pFrame->IsTransparentAt(4, 0));
-    EXPECT_TRUE(pFrame->IsTransparentAt(-1, 0));
-    EXPECT_TRUE(pFrame->IsTransparentAt(0, 2));
+    EXPECT_EQ(pMask->GetFrame(0)->GetKind(), 2);
+    EXPECT_EQ(Opacity(pMask->GetFrame(0), 4, 2),
+              (std::vector<std::string>{"......", ".##...", ".#....", "......"}));
     // Atlas masks are queried inside their rectangle (2, 1) - (5, 3) of the image.
     IDataFrame* pAtlas = pAtlasMask->GetFrame(0);
     EXPECT_EQ(pAtlas->GetFrameWidth(), 3);
-    EXPECT_FALSE(pAtlas->IsTransparentAt(0, 0));
-    EXPECT_TRUE(pAtlas->IsTransparentAt(2, 1));
-    EXPECT_FALSE(pAtlas->IsTransparentAt(1, 1));
-    EXPECT_TRUE(pAtlas->IsTransparentAt(3, 0));
+    EXPECT_EQ(Opacity(pAtlas, 3, 2),
+              (std::vector<std::string>{".....", ".##..", "..#..", "....."}));
 }
 
 TEST_F(DataSetTest, AMissingFileIsReportedOncePerLoad)
@@ -350,8 +357,7 @@ TEST_F(DataSetTest, AniStoreHandlesShareTheCache)
     int width = 0;
     int height = 0;
     EXPECT_TRUE(handle.GetFrameSize(1, width, height));
-    EXPECT_EQ(width, 30);
-    EXPECT_EQ(height, 40);
+    EXPECT_EQ(std::make_pair(width, height), std::make_pair(30, 40));
     EXPECT_FALSE(handle.GetFrameSize(2, width, height));
     EXPECT_EQ(width, 0);
 

@@ -2,6 +2,7 @@
 // kept as text, line heights, animated icons, double-byte and wide text.
 #include "platform/render/MyBitmap.h"
 #include "platform/services/QzEmotionText.h"
+#include "support/GeometryPrint.h"
 #include "support/RecordingDevice.h"
 #include "support/ScopedClock.h"
 #include "support/TempDataDir.h"
@@ -61,16 +62,14 @@ TEST_F(EmotionTextTest, ACodeBetweenTextRunsIsDrawnAsACentredIcon)
     const C3_SIZE size = Show("ab#05cd", m_pIcons);
     EXPECT_EQ(m_device.Trace(),
               Text(10, 20, "ab") + Icon("ani/e05.png", 24, 20, 20) + Text(44, 20, "cd"));
-    EXPECT_EQ(size.iWidth, 48);
-    EXPECT_EQ(size.iHeight, 21);
+    EXPECT_EQ(size, (C3_SIZE{48, 21}));
 }
 
 TEST_F(EmotionTextTest, TheLongFormOfACodeIsOneIcon)
 {
     const C3_SIZE size = Show("#12|34", m_pIcons);
     EXPECT_EQ(m_device.Trace(), Icon("ani/e1234.png", 10, 22, 16));
-    EXPECT_EQ(size.iWidth, 16);
-    EXPECT_EQ(size.iHeight, 21);
+    EXPECT_EQ(size, (C3_SIZE{16, 21}));
     m_device.Clear();
     // Without the "|" and two digits only "#12" is a code.
     Show("#12|3", m_pIcons);
@@ -92,8 +91,7 @@ TEST_F(EmotionTextTest, NonCodesAndCodesWithoutIconsStayText)
     m_device.Clear();
     size = Show("ab#05cd", nullptr);
     EXPECT_EQ(m_device.Trace(), Text(10, 20, "ab#05cd"));
-    EXPECT_EQ(size.iWidth, 49);
-    EXPECT_EQ(size.iHeight, 21);
+    EXPECT_EQ(size, (C3_SIZE{49, 21}));
 }
 
 TEST_F(EmotionTextTest, DoubleByteTextNextToACodeReachesTheDeviceAsUtf8)
@@ -127,17 +125,14 @@ TEST_F(EmotionTextTest, AnIconOfSeveralFramesFollowsTheClock)
 TEST_F(EmotionTextTest, LinesAreAtLeastTheIconCellHighAndStackAtNewlines)
 {
     C3_SIZE size = CMyBitmap::ShowEmotionStringEx(0, 0, 0xFFFFFFFF, "abc", m_pIcons, "Face", 30);
-    EXPECT_EQ(size.iWidth, 45);
-    EXPECT_EQ(size.iHeight, 30);
+    EXPECT_EQ(size, (C3_SIZE{45, 30}));
     m_device.Clear();
     size = Show("a\r\n#05", m_pIcons);
     EXPECT_EQ(m_device.Trace(), Text(10, 20, "a") + Icon("ani/e05.png", 10, 41, 20));
-    EXPECT_EQ(size.iWidth, 20);
-    EXPECT_EQ(size.iHeight, 42);
+    EXPECT_EQ(size, (C3_SIZE{20, 42}));
     m_device.Clear();
     size = Show("", m_pIcons);
-    EXPECT_EQ(size.iWidth, 0);
-    EXPECT_EQ(size.iHeight, 0);
+    EXPECT_EQ(size, (C3_SIZE{0, 0}));
     size = Show(nullptr, m_pIcons);
     EXPECT_EQ(size.iHeight, 0);
     EXPECT_TRUE(m_device.Calls().empty());
@@ -146,11 +141,9 @@ TEST_F(EmotionTextTest, LinesAreAtLeastTheIconCellHighAndStackAtNewlines)
 TEST_F(EmotionTextTest, MeasuringWithIconsMatchesDrawing)
 {
     const C3_SIZE measured = CMyBitmap::CalcuTextExtent("ab#05cd", "Face", 14, m_pIcons, 21);
-    EXPECT_EQ(measured.iWidth, 48);
-    EXPECT_EQ(measured.iHeight, 21);
+    EXPECT_EQ(measured, (C3_SIZE{48, 21}));
     const C3_SIZE plain = CMyBitmap::CalcuTextExtent("ab#05cd", "Face", 14);
-    EXPECT_EQ(plain.iWidth, 49);
-    EXPECT_EQ(plain.iHeight, 14);
+    EXPECT_EQ(plain, (C3_SIZE{49, 14}));
     EXPECT_TRUE(m_device.Calls().empty());
 }
 
@@ -161,8 +154,7 @@ TEST_F(EmotionTextTest, TheLogicLibraryCallDrawsWithTheDefaultFont)
                                             21, 0, 0, 0, 0, &out));
     EXPECT_EQ(m_device.Trace(), "text 10,20 \"ab\" font Sans/12 #FF00FF00 shadow #00000000\n" +
                                     Icon("ani/e05.png", 22, 20, 20));
-    EXPECT_EQ(out.iWidth, 32);
-    EXPECT_EQ(out.iHeight, 21);
+    EXPECT_EQ(out, (C3_SIZE{32, 21}));
     EXPECT_FALSE(
         QzPlatform::DrawEmotionText(0, 0, 0, "", m_pIcons, nullptr, 0, 1, 21, 0, 0, 0, 0, &out));
     EXPECT_EQ(out.iWidth, 0);

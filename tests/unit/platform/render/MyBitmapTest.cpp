@@ -3,6 +3,7 @@
 #include "platform/render/MyBitmap.h"
 #include "platform/render/NullRenderDevice.h"
 #include "platform/system/QzCodePageHost.h"
+#include "support/GeometryPrint.h"
 #include "support/LogCapture.h"
 #include "support/RecordingDevice.h"
 #include "support/TempDataDir.h"
@@ -28,18 +29,15 @@ FontSpec Font(int size)
 TEST(NullRenderDeviceTest, MeasuresOnAFixedCell)
 {
     CNullRenderDevice device;
-    EXPECT_EQ(device.MeasureText("abcd", Font(12)).cx, 24);
-    EXPECT_EQ(device.MeasureText("abcd", Font(12)).cy, 12);
+    EXPECT_EQ(device.MeasureText("abcd", Font(12)), (QzPlatform::SizeI{24, 12}));
     // CJK, Hangul and fullwidth forms are a whole cell wide; Latin-1 and Cyrillic half.
     EXPECT_EQ(device.MeasureText("\xE4\xBD\xA0\xEA\xB0\x80\xEF\xBC\xA1", Font(12)).cx, 36);
     EXPECT_EQ(device.MeasureText("\xC3\xA9\xD0\x96", Font(12)).cx, 12);
     EXPECT_EQ(device.MeasureText("\xF0\xA0\x80\x80", Font(12)).cx, 12);
     // Bytes that are not UTF-8 count as one narrow character each.
     EXPECT_EQ(device.MeasureText("\xFF\xC4", Font(12)).cx, 12);
-    EXPECT_EQ(device.MeasureText("ab\ncdef\n", Font(10)).cx, 20);
-    EXPECT_EQ(device.MeasureText("ab\ncdef\n", Font(10)).cy, 30);
-    EXPECT_EQ(device.MeasureText("", Font(12)).cx, 0);
-    EXPECT_EQ(device.MeasureText("", Font(12)).cy, 12);
+    EXPECT_EQ(device.MeasureText("ab\ncdef\n", Font(10)), (QzPlatform::SizeI{20, 30}));
+    EXPECT_EQ(device.MeasureText("", Font(12)), (QzPlatform::SizeI{0, 12}));
     EXPECT_EQ(device.MeasureText("abc", Font(13)).cx, 18);
     EXPECT_EQ(device.LoadTexture("ani/a.png"), 0u);
     EXPECT_EQ(device.GetScreenWidth(), 1024);
@@ -50,14 +48,12 @@ TEST(MyBitmapTest, TextIsMeasuredInTheAnsiCodePageOnTheDefaultFont)
 {
     ASSERT_EQ(&QzPlatform::GetRenderDevice(), &QzPlatform::GetNullRenderDevice());
     C3_SIZE size = CMyBitmap::CalcuTextExtent("abcd", nullptr, 0, nullptr, 0, nullptr);
-    EXPECT_EQ(size.iWidth, 24);
-    EXPECT_EQ(size.iHeight, 12);
+    EXPECT_EQ(size, (C3_SIZE{24, 12}));
     // Two GBK characters: four bytes, two wide characters.
     size = CMyBitmap::CalcuTextExtent("\xC4\xE3\xBA\xC3");
     EXPECT_EQ(size.iWidth, 24);
     size = CMyBitmap::CalcuTextExtent(nullptr);
-    EXPECT_EQ(size.iWidth, 0);
-    EXPECT_EQ(size.iHeight, 0);
+    EXPECT_EQ(size, (C3_SIZE{0, 0}));
     EXPECT_EQ(CMyBitmap::CalcuTextExtent("abcd", "Face", 20).iWidth, 40);
 }
 
@@ -65,8 +61,7 @@ TEST(MyBitmapTest, FontDefaultsAndHostSettings)
 {
     C3_SIZE cell = {0, 0};
     CMyBitmap::GetFontSize(cell);
-    EXPECT_EQ(cell.iWidth, 6);
-    EXPECT_EQ(cell.iHeight, 12);
+    EXPECT_EQ(cell, (C3_SIZE{6, 12}));
     EXPECT_EQ(CMyBitmap::GetFontSize(), 12);
     EXPECT_EQ(CMyBitmap::GetFontWidth(nullptr, 12, nullptr), 6);
     EXPECT_STREQ(CMyBitmap::GetDefaultFontName(), "Sans");
@@ -74,8 +69,7 @@ TEST(MyBitmapTest, FontDefaultsAndHostSettings)
     CMyBitmap::SetDefaultFontSize(16);
     CMyBitmap::SetDefaultFontName("WenQuanYi Micro Hei");
     CMyBitmap::GetFontSize(cell);
-    EXPECT_EQ(cell.iWidth, 8);
-    EXPECT_EQ(cell.iHeight, 16);
+    EXPECT_EQ(cell, (C3_SIZE{8, 16}));
     EXPECT_EQ(CMyBitmap::GetFontWidth(nullptr, 0, nullptr), 8);
     EXPECT_STREQ(CMyBitmap::GetDefaultFontName(), "WenQuanYi Micro Hei");
     CMyBitmap::SetDefaultFontSize(0);
@@ -126,8 +120,7 @@ TEST(MyBitmapTest, BitmapImagesLoadThroughTheDevice)
 
     IMyBitmap* pImage = MyBitmapCreate("data\\back.png");
     ASSERT_NE(pImage, nullptr);
-    EXPECT_EQ(pImage->GetSize().iWidth, 40);
-    EXPECT_EQ(pImage->GetSize().iHeight, 30);
+    EXPECT_EQ(pImage->GetSize(), (C3_SIZE{40, 30}));
     EXPECT_TRUE(pImage->ShowImage(5, 6, 0, 100, 50, 128, 0, 0, 1.0f));
     EXPECT_TRUE(pImage->ShowImage(5, 6, 0, 0, 0, 255, 0, 0, 2.0f));
     EXPECT_EQ(device.Trace(),

@@ -1,6 +1,7 @@
 #include "FakeTextDevice.h"
 
 #include "platform/services/QzScreenAdapter.h"
+#include "support/GeometryPrint.h"
 
 #include <gtest/gtest.h>
 
@@ -45,21 +46,15 @@ TEST_F(ScreenAdapterTest, IdentityWithoutAWindowSizeAndAtRatioOne)
     for (LONG v = -50; v < 900; ++v)
     {
         const POINT logical = Convert(v, v, CQzScreenAdapter::kToLogical);
-        const POINT back = Convert(logical.x, logical.y, CQzScreenAdapter::kToScreen);
-        ASSERT_EQ(back.x, v);
-        ASSERT_EQ(back.y, v);
+        ASSERT_EQ(Convert(logical.x, logical.y, CQzScreenAdapter::kToScreen), (POINT{v, v}));
     }
 }
 
 TEST_F(ScreenAdapterTest, RoundTripsAtRatioFourThirds)
 {
     m_adapter.SetWindowSize(1024, 768); // logical 768 x 576
-    const POINT corner = Convert(1024, 768, CQzScreenAdapter::kToLogical);
-    EXPECT_EQ(corner.x, 768);
-    EXPECT_EQ(corner.y, 576);
-    const POINT small = Convert(3, 3, CQzScreenAdapter::kToScreen);
-    EXPECT_EQ(small.x, 4);
-    EXPECT_EQ(small.y, 4);
+    EXPECT_EQ(Convert(1024, 768, CQzScreenAdapter::kToLogical), (POINT{768, 576}));
+    EXPECT_EQ(Convert(3, 3, CQzScreenAdapter::kToScreen), (POINT{4, 4}));
     // Negative values round the same way as positive ones.
     EXPECT_EQ(Convert(-4, 4, CQzScreenAdapter::kToLogical).x, -3);
     EXPECT_EQ(Convert(-2, 2, CQzScreenAdapter::kToLogical).x,
@@ -72,9 +67,7 @@ TEST_F(ScreenAdapterTest, RoundTripsAtRatioFourThirds)
         ASSERT_LE(std::abs(screen.x - v), 1) << v;
         ASSERT_LE(std::abs(screen.y - v), 1) << v;
         const POINT toScreen = Convert(v, v, CQzScreenAdapter::kToScreen);
-        const POINT backToLogical = Convert(toScreen.x, toScreen.y, CQzScreenAdapter::kToLogical);
-        ASSERT_EQ(backToLogical.x, v);
-        ASSERT_EQ(backToLogical.y, v);
+        ASSERT_EQ(Convert(toScreen.x, toScreen.y, CQzScreenAdapter::kToLogical), (POINT{v, v}));
     }
 }
 
@@ -83,13 +76,9 @@ TEST_F(ScreenAdapterTest, RectanglesConvertBothCornersPerAxis)
     m_adapter.SetWindowSize(1536, 576); // x doubled, y unchanged
     RECT rect = {10, 20, 30, 40};
     m_adapter.ConvertRect(rect, CQzScreenAdapter::kToScreen);
-    EXPECT_EQ(rect.left, 20);
-    EXPECT_EQ(rect.top, 20);
-    EXPECT_EQ(rect.right, 60);
-    EXPECT_EQ(rect.bottom, 40);
+    EXPECT_EQ(rect, (RECT{20, 20, 60, 40}));
     m_adapter.ConvertRect(rect, CQzScreenAdapter::kToLogical);
-    EXPECT_EQ(rect.left, 10);
-    EXPECT_EQ(rect.right, 30);
+    EXPECT_EQ(rect, (RECT{10, 20, 30, 40}));
 
     POINT unknown = {5, 5};
     m_adapter.ConvertPoint(unknown, 7);

@@ -2,6 +2,7 @@
 
 #include "platform/services/QzTextDraw.h"
 #include "platform/services/QzWidgetKit.h"
+#include "support/GeometryPrint.h"
 
 #include <gtest/gtest.h>
 
@@ -78,8 +79,7 @@ TEST_F(TextDrawTest, NullAndEmptyTextDrawNothing)
 {
     C3_SIZE size = {9, 9};
     DrawGameText(0, 0, 0, static_cast<const char*>(nullptr), "f", 12, 1, 0, 0, &size);
-    EXPECT_EQ(size.iWidth, 0);
-    EXPECT_EQ(size.iHeight, 0);
+    EXPECT_EQ(size, (C3_SIZE{0, 0}));
     DrawGameText(0, 0, 0, static_cast<const wchar_t*>(nullptr), "f", 12, 1, 0, 0, nullptr);
     DrawGameText(0, 0, 0, "", "f", 12, 1, 0, 0, nullptr);
     EXPECT_TRUE(m_device.m_vecDrawn.empty());

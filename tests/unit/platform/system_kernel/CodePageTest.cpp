@@ -1,10 +1,9 @@
 // Code-page conversion with the Win32 rules: sizes, buffers, invalid input, lead bytes.
+#include "KernelFolderTest.h"
+
 #include "platform/system/QzCodePage.h"
 #include "platform/system/QzCodePageHost.h"
-#include "platform/system/QzKernelHost.h"
 #include "platform/system/QzWinKernel.h"
-
-#include <gtest/gtest.h>
 
 #include <string>
 
@@ -16,12 +15,7 @@ const char kGbk[] = "\xD6\xD0\xCE\xC4";
 const wchar_t kWide[] = L"\x4E2D\x6587";
 const char kUtf8[] = "\xE4\xB8\xAD\xE6\x96\x87";
 
-class CodePageTest : public ::testing::Test
-{
-protected:
-    void SetUp() override { QzPlatform::ResetKernelForTesting(); }
-    void TearDown() override { QzPlatform::ResetKernelForTesting(); }
-};
+using CodePageTest = KernelFolderTest;
 
 std::wstring Decode(UINT codePage, const std::string& bytes, DWORD flags = 0)
 {

@@ -1,10 +1,9 @@
 // Fonts and regions: region data as a file gives it, malformed headers, point tests at edges.
-#include "platform/system/QzKernelHost.h"
-#include "platform/system/QzWinKernel.h"
-
+#include "KernelFolderTest.h"
 #include "SlotReuse.h"
 
-#include <gtest/gtest.h>
+#include "platform/system/QzWinKernel.h"
+#include "support/GeometryPrint.h"
 
 #include <cstring>
 #include <vector>
@@ -12,22 +11,7 @@
 namespace
 {
 
-class GdiTest : public ::testing::Test
-{
-protected:
-    void SetUp() override { QzPlatform::ResetKernelForTesting(); }
-    void TearDown() override { QzPlatform::ResetKernelForTesting(); }
-};
-
-RECT Rect(LONG left, LONG top, LONG right, LONG bottom)
-{
-    RECT rect;
-    rect.left = left;
-    rect.top = top;
-    rect.right = right;
-    rect.bottom = bottom;
-    return rect;
-}
+using GdiTest = KernelFolderTest;
 
 // Region data as it lies in a file: header, then the rectangles, at any alignment.
 std::vector<char> RegionData(const std::vector<RECT>& rects, DWORD count, DWORD size = 32,
@@ -56,7 +40,7 @@ DWORD FullSize(const std::vector<char>& bytes)
 
 TEST_F(GdiTest, RegionFromDataHoldsThePointsOfItsRectangles)
 {
-    const auto bytes = RegionData({Rect(0, 0, 10, 5), Rect(20, 0, 30, 5)}, 2);
+    const auto bytes = RegionData({RECT{0, 0, 10, 5}, RECT{20, 0, 30, 5}}, 2);
     HRGN region = Create(bytes, FullSize(bytes));
     ASSERT_NE(nullptr, region);
     EXPECT_TRUE(PtInRegion(region, 0, 0));
@@ -68,9 +52,7 @@ TEST_F(GdiTest, RegionFromDataHoldsThePointsOfItsRectangles)
     EXPECT_FALSE(PtInRegion(region, -1, 0));
     RECT box;
     EXPECT_EQ(COMPLEXREGION, GetRgnBox(region, &box));
-    EXPECT_EQ(0, box.left);
-    EXPECT_EQ(30, box.right);
-    EXPECT_EQ(5, box.bottom);
+    EXPECT_EQ((RECT{0, 0, 30, 5}), box);
     EXPECT_EQ(2u, QzPlatform::GetRegionRects(region).size());
     EXPECT_TRUE(DeleteObject(region));
     EXPECT_FALSE(PtInRegion(region, 0, 0));
@@ -80,7 +62,7 @@ TEST_F(GdiTest, RegionFromDataHoldsThePointsOfItsRectangles)
 
 TEST_F(GdiTest, MalformedRegionDataIsRejected)
 {
-    const auto good = RegionData({Rect(0, 0, 1, 1), Rect(1, 1, 2, 2)}, 2);
+    const auto good = RegionData({RECT{0, 0, 1, 1}, RECT{1, 1, 2, 2}}, 2);
     EXPECT_NE(nullptr, Create(good, FullSize(good)));
 
     SetLastError(0);
@@ -88,11 +70,11 @@ TEST_F(GdiTest, MalformedRegionDataIsRejected)
     EXPECT_EQ(static_cast<DWORD>(ERROR_INVALID_PARAMETER), GetLastError());
     EXPECT_EQ(nullptr, Create(good, 31));
     EXPECT_EQ(nullptr, ExtCreateRegion(nullptr, 64, nullptr));
-    const auto tooMany = RegionData({Rect(0, 0, 1, 1)}, 0x10000001);
+    const auto tooMany = RegionData({RECT{0, 0, 1, 1}}, 0x10000001);
     EXPECT_EQ(nullptr, Create(tooMany, FullSize(tooMany)));
-    const auto badSize = RegionData({Rect(0, 0, 1, 1)}, 1, 28);
+    const auto badSize = RegionData({RECT{0, 0, 1, 1}}, 1, 28);
     EXPECT_EQ(nullptr, Create(badSize, FullSize(badSize)));
-    const auto badType = RegionData({Rect(0, 0, 1, 1)}, 1, 32, 2);
+    const auto badType = RegionData({RECT{0, 0, 1, 1}}, 1, 32, 2);
     EXPECT_EQ(nullptr, Create(badType, FullSize(badType)));
 
     XFORM identity = {1, 0, 0, 1, 0, 0};
@@ -105,7 +87,7 @@ TEST_F(GdiTest, MalformedRegionDataIsRejected)
     HRGN empty = Create(none, FullSize(none));
     RECT box;
     EXPECT_EQ(NULLREGION, GetRgnBox(empty, &box));
-    const auto spare = RegionData({Rect(0, 0, 1, 1), Rect(5, 5, 6, 6)}, 1);
+    const auto spare = RegionData({RECT{0, 0, 1, 1}, RECT{5, 5, 6, 6}}, 1);
     HRGN first = Create(spare, FullSize(spare));
     EXPECT_TRUE(PtInRegion(first, 0, 0));
     EXPECT_FALSE(PtInRegion(first, 5, 5));
@@ -116,8 +98,7 @@ TEST_F(GdiTest, RectangleRegionsAndCombinations)
     HRGN a = CreateRectRgn(10, 10, 0, 0); // corners in any order
     RECT box;
     EXPECT_EQ(SIMPLEREGION, GetRgnBox(a, &box));
-    EXPECT_EQ(0, box.left);
-    EXPECT_EQ(10, box.bottom);
+    EXPECT_EQ((RECT{0, 0, 10, 10}), box);
     HRGN b = CreateRectRgn(5, 5, 15, 15);
     HRGN result = CreateRectRgn(0, 0, 0, 0);
     EXPECT_EQ(NULLREGION, GetRgnBox(result, &box));

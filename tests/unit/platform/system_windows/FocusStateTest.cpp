@@ -1,6 +1,8 @@
 // Focus, enabled state, visibility, parents, positions and the rectangle helpers.
 #include "WindowsTestSupport.h"
 
+#include "support/GeometryPrint.h"
+
 using namespace QzTest;
 
 namespace
@@ -30,13 +32,9 @@ TEST_F(SystemWindowsTest, FocusMovesWithKillFocusThenSetFocus)
     Recorded().clear();
 
     EXPECT_EQ(SetFocus(b), a);
-    ASSERT_EQ(Recorded().size(), 2u);
-    EXPECT_EQ(Recorded()[0].hwnd, a);
-    EXPECT_EQ(Recorded()[0].msg, static_cast<UINT>(WM_KILLFOCUS));
-    EXPECT_EQ(Recorded()[0].wParam, reinterpret_cast<WPARAM>(b));
-    EXPECT_EQ(Recorded()[1].hwnd, b);
-    EXPECT_EQ(Recorded()[1].msg, static_cast<UINT>(WM_SETFOCUS));
-    EXPECT_EQ(Recorded()[1].wParam, reinterpret_cast<WPARAM>(a));
+    EXPECT_EQ(RecordedDeliveries(),
+              (std::vector<Delivery>{{a, WM_KILLFOCUS, reinterpret_cast<WPARAM>(b)},
+                                     {b, WM_SETFOCUS, reinterpret_cast<WPARAM>(a)}}));
     EXPECT_EQ(g_hFocusSeenInKillFocus, b);
     EXPECT_EQ(GetFocus(), b);
 
@@ -128,22 +126,17 @@ TEST_F(SystemWindowsTest, RectanglesAndCoordinatesOfNestedWindows)
                                        nullptr, nullptr);
     RECT rect;
     ASSERT_TRUE(GetWindowRect(main, &rect));
-    EXPECT_EQ(rect.left, 100);
-    EXPECT_EQ(rect.bottom, 650);
+    EXPECT_EQ(rect, (RECT{100, 50, 900, 650}));
     ASSERT_TRUE(GetWindowRect(child, &rect));
-    EXPECT_EQ(rect.left, 110);
-    EXPECT_EQ(rect.top, 70);
-    EXPECT_EQ(rect.right, 140);
+    EXPECT_EQ(rect, (RECT{110, 70, 140, 110}));
     ASSERT_TRUE(GetClientRect(child, &rect));
-    EXPECT_EQ(rect.left, 0);
-    EXPECT_EQ(rect.bottom, 40);
+    EXPECT_EQ(rect, (RECT{0, 0, 30, 40}));
 
     POINT pt = {115, 75};
     ASSERT_TRUE(ScreenToClient(child, &pt));
-    EXPECT_EQ(pt.x, 5);
-    EXPECT_EQ(pt.y, 5);
+    EXPECT_EQ(pt, (POINT{5, 5}));
     ASSERT_TRUE(ClientToScreen(main, &pt));
-    EXPECT_EQ(pt.x, 105);
+    EXPECT_EQ(pt, (POINT{105, 55}));
     EXPECT_FALSE(GetWindowRect(nullptr, &rect));
 }
 

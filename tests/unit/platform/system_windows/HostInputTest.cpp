@@ -1,6 +1,7 @@
 // What the host feeds: the clock, key state, cursor position and cursors, beeps.
 #include "WindowsTestSupport.h"
 
+#include "support/GeometryPrint.h"
 #include "support/TempDataDir.h"
 
 #include <cstdio>
@@ -72,11 +73,10 @@ TEST_F(SystemWindowsTest, CursorPositionFromTheHostAndSetCursorPos)
     Host::SetCursorPos(12, -3);
     POINT pt = {};
     ASSERT_TRUE(GetCursorPos(&pt));
-    EXPECT_EQ(pt.x, 12);
-    EXPECT_EQ(pt.y, -3);
+    EXPECT_EQ(pt, (POINT{12, -3}));
     SetCursorPos(1, 2);
     GetCursorPos(&pt);
-    EXPECT_EQ(pt.y, 2);
+    EXPECT_EQ(pt, (POINT{1, 2}));
     EXPECT_FALSE(GetCursorPos(nullptr));
 }
 

@@ -91,10 +91,8 @@ TEST_F(SystemWindowsTest, PostingToTheFocusWindowDeliversKeyInput)
     DispatchMessageW(&msg);
     EXPECT_EQ(PumpW(), 1); // TranslateMessage made no character of its own
 
-    ASSERT_EQ(Recorded().size(), 2u);
-    EXPECT_EQ(Recorded()[0].msg, static_cast<UINT>(WM_KEYDOWN));
-    EXPECT_EQ(Recorded()[1].msg, static_cast<UINT>(WM_CHAR));
-    EXPECT_EQ(Recorded()[1].wParam, static_cast<WPARAM>('a'));
+    EXPECT_EQ(RecordedDeliveries(),
+              (std::vector<Delivery>{{hwnd, WM_KEYDOWN, 'A'}, {hwnd, WM_CHAR, 'a'}}));
 }
 
 TEST_F(SystemWindowsTest, WideCharacterPostedIsReadAsLeadThenTrailByAnAnsiLoop)
@@ -123,7 +121,5 @@ TEST_F(SystemWindowsTest, AnsiBytesPostedOneByOneAreReadAsOneWideCharacter)
     Recorded().clear();
 
     EXPECT_EQ(PumpW(), 2);
-    ASSERT_EQ(Recorded().size(), 2u);
-    EXPECT_EQ(Recorded()[0].wParam, 0x4E2Du);
-    EXPECT_EQ(Recorded()[1].wParam, static_cast<WPARAM>('y'));
+    EXPECT_EQ(RecordedWParams(WM_CHAR), (std::vector<WPARAM>{0x4E2D, 'y'}));
 }

@@ -87,28 +87,15 @@ TEST_F(SubclassChainTest, TextIsConvertedAtEachChangeOfKind)
     EXPECT_EQ(RecordedOf(WM_SETTEXT)[0].text, kWideTwoChars);
     EXPECT_EQ(g_strAnsiSeen, kGbkTwoChars);
     EXPECT_EQ(RecordedOf(WM_SETTEXT)[2].text, kWideTwoChars);
-
-    wchar_t wide[8];
-    EXPECT_EQ(GetWindowTextW(m_hwnd, wide, 8), 2);
-    EXPECT_STREQ(wide, kWideTwoChars);
-    EXPECT_EQ(GetWindowTextLengthW(m_hwnd), 2);
-    EXPECT_EQ(GetWindowTextLengthA(m_hwnd), 4);
+    ExpectTwoCharText(m_hwnd);
 }
 
 TEST_F(SubclassChainTest, WideCharacterSplitsForTheAnsiLevelAndJoinsForTheWideBase)
 {
     SendMessageW(m_hwnd, WM_CHAR, 0x4E2D, 1);
 
-    const std::vector<RecordedMessage> chars = RecordedOf(WM_CHAR);
-    ASSERT_EQ(chars.size(), 4u);
-    EXPECT_EQ(chars[0].kind, 'w');
-    EXPECT_EQ(chars[0].wParam, 0x4E2Du);
-    EXPECT_EQ(chars[1].kind, 'a');
-    EXPECT_EQ(chars[1].wParam, 0xD6u);
-    EXPECT_EQ(chars[2].kind, 'a');
-    EXPECT_EQ(chars[2].wParam, 0xD0u);
-    EXPECT_EQ(chars[3].kind, 'W');
-    EXPECT_EQ(chars[3].wParam, 0x4E2Du);
+    EXPECT_EQ(KindsOf(WM_CHAR), "waaW");
+    EXPECT_EQ(RecordedWParams(WM_CHAR), (std::vector<WPARAM>{0x4E2D, 0xD6, 0xD0, 0x4E2D}));
 }
 
 TEST_F(SubclassChainTest, RemovingTheSubclassesRestoresTheOriginalProcedure)

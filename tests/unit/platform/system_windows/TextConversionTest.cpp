@@ -10,15 +10,7 @@ TEST_F(SystemWindowsTest, DoubleByteTextRoundTripsThroughAWideWindow)
     const HWND hwnd = CreateWide();
     ASSERT_TRUE(SetWindowTextA(hwnd, kGbkTwoChars));
     EXPECT_EQ(RecordedOf(WM_SETTEXT).at(0).text, kWideTwoChars);
-
-    wchar_t wide[8];
-    EXPECT_EQ(GetWindowTextW(hwnd, wide, 8), 2);
-    EXPECT_STREQ(wide, kWideTwoChars);
-    char ansi[8];
-    EXPECT_EQ(GetWindowTextA(hwnd, ansi, 8), 4);
-    EXPECT_STREQ(ansi, kGbkTwoChars);
-    EXPECT_EQ(GetWindowTextLengthW(hwnd), 2);
-    EXPECT_EQ(GetWindowTextLengthA(hwnd), 4);
+    ExpectTwoCharText(hwnd);
 }
 
 TEST_F(SystemWindowsTest, WideTextRoundTripsThroughAnAnsiWindow)
@@ -30,10 +22,7 @@ TEST_F(SystemWindowsTest, WideTextRoundTripsThroughAnAnsiWindow)
     wchar_t wide[8];
     EXPECT_EQ(SendMessageW(hwnd, WM_GETTEXT, 8, reinterpret_cast<LPARAM>(wide)), 2);
     EXPECT_STREQ(wide, kWideTwoChars);
-    EXPECT_EQ(GetWindowTextLengthW(hwnd), 2);
-    char ansi[8];
-    EXPECT_EQ(GetWindowTextA(hwnd, ansi, 8), 4);
-    EXPECT_STREQ(ansi, kGbkTwoChars);
+    ExpectTwoCharText(hwnd);
 }
 
 TEST_F(SystemWindowsTest, ShortBuffersNeverSplitADoubleByteCharacter)
@@ -77,12 +66,8 @@ TEST_F(SystemWindowsTest, CjkCharacterReachesAnAnsiProcedureAsLeadThenTrail)
     SendMessageW(hwnd, WM_CHAR, 0x6587, 1);
     SendMessageW(hwnd, WM_CHAR, 'k', 1);
 
-    const std::vector<RecordedMessage> chars = RecordedOf(WM_CHAR);
-    ASSERT_EQ(chars.size(), 3u);
-    EXPECT_EQ(chars[0].wParam, 0xCEu);
-    EXPECT_EQ(chars[1].wParam, 0xC4u);
-    EXPECT_EQ(chars[2].wParam, static_cast<WPARAM>('k'));
-    EXPECT_EQ(chars[0].lParam, 1);
+    EXPECT_EQ(RecordedWParams(WM_CHAR), (std::vector<WPARAM>{0xCE, 0xC4, 'k'}));
+    EXPECT_EQ(RecordedOf(WM_CHAR)[0].lParam, 1);
 }
 
 TEST_F(SystemWindowsTest, LeadByteWaitsForItsTrailBeforeAWideProcedureSeesIt)
@@ -94,10 +79,7 @@ TEST_F(SystemWindowsTest, LeadByteWaitsForItsTrailBeforeAWideProcedureSeesIt)
     SendMessageA(hwnd, WM_CHAR, 0xD0, 1);
     SendMessageA(hwnd, WM_CHAR, 'q', 1);
 
-    const std::vector<RecordedMessage> chars = RecordedOf(WM_CHAR);
-    ASSERT_EQ(chars.size(), 2u);
-    EXPECT_EQ(chars[0].wParam, 0x4E2Du);
-    EXPECT_EQ(chars[1].wParam, static_cast<WPARAM>('q'));
+    EXPECT_EQ(RecordedWParams(WM_CHAR), (std::vector<WPARAM>{0x4E2D, 'q'}));
 }
 
 TEST_F(SystemWindowsTest, ImeCharCarriesTheWholeDoubleByteCharacterForAnAnsiProcedure)
@@ -108,8 +90,5 @@ TEST_F(SystemWindowsTest, ImeCharCarriesTheWholeDoubleByteCharacterForAnAnsiProc
     SendMessageW(ansiWindow, WM_IME_CHAR, 0x4E2D, 1);
     SendMessageA(wideWindow, WM_IME_CHAR, 0xCEC4, 1);
 
-    const std::vector<RecordedMessage> chars = RecordedOf(WM_IME_CHAR);
-    ASSERT_EQ(chars.size(), 2u);
-    EXPECT_EQ(chars[0].wParam, 0xD6D0u);
-    EXPECT_EQ(chars[1].wParam, 0x6587u);
+    EXPECT_EQ(RecordedWParams(WM_IME_CHAR), (std::vector<WPARAM>{0xD6D0, 0x6587}));
 }

@@ -147,12 +147,10 @@ TEST_F(SystemWindowsTest, CreateStructReachesAnAnsiProcedureAsAnsiText)
 TEST_F(SystemWindowsTest, CreateFailsForMinusOneFromCreateAndFalseFromNcCreate)
 {
     EXPECT_EQ(CreateOfClass(L"FailCreate", FailCreateProc), nullptr);
-    std::vector<UINT> numbers;
-    for (const RecordedMessage& m : Recorded())
-        numbers.push_back(m.msg);
-    const std::vector<UINT> expected = {WM_NCCREATE, WM_CREATE, WM_DESTROY, WM_NCDESTROY};
-    EXPECT_EQ(numbers, expected);
-    EXPECT_FALSE(IsWindow(Recorded().at(0).hwnd));
+    const HWND failed = Recorded().at(0).hwnd;
+    EXPECT_EQ(RecordedNumbers(failed),
+              (std::vector<UINT>{WM_NCCREATE, WM_CREATE, WM_DESTROY, WM_NCDESTROY}));
+    EXPECT_FALSE(IsWindow(failed));
 
     Recorded().clear();
     EXPECT_EQ(CreateOfClass(L"FailNcCreate", FailNcCreateProc), nullptr);
@@ -203,13 +201,10 @@ TEST_F(SystemWindowsTest, DestroySendsDestroyTopDownAndNcDestroyBottomUp)
 
     ASSERT_TRUE(DestroyWindow(parent));
 
-    std::vector<std::pair<HWND, UINT>> order;
-    for (const RecordedMessage& m : Recorded())
-        order.emplace_back(m.hwnd, m.msg);
-    const std::vector<std::pair<HWND, UINT>> expected = {
-        {parent, WM_DESTROY},       {child, WM_DESTROY},   {grandchild, WM_DESTROY},
-        {grandchild, WM_NCDESTROY}, {child, WM_NCDESTROY}, {parent, WM_NCDESTROY}};
-    EXPECT_EQ(order, expected);
+    const std::vector<Delivery> expected = {
+        {parent, WM_DESTROY, 0},       {child, WM_DESTROY, 0},   {grandchild, WM_DESTROY, 0},
+        {grandchild, WM_NCDESTROY, 0}, {child, WM_NCDESTROY, 0}, {parent, WM_NCDESTROY, 0}};
+    EXPECT_EQ(RecordedDeliveries(), expected);
     EXPECT_FALSE(IsWindow(child));
     EXPECT_FALSE(IsWindow(grandchild));
 }
@@ -223,9 +218,7 @@ TEST_F(SystemWindowsTest, DestroyingTheFocusWindowsParentClearsTheFocusFirst)
 
     DestroyWindow(parent);
     ASSERT_GE(Recorded().size(), 2u);
-    EXPECT_EQ(Recorded()[0].hwnd, child);
-    EXPECT_EQ(Recorded()[0].msg, static_cast<UINT>(WM_KILLFOCUS));
-    EXPECT_EQ(Recorded()[0].wParam, 0u);
+    EXPECT_EQ(RecordedDeliveries()[0], (Delivery{child, WM_KILLFOCUS, 0}));
     EXPECT_EQ(GetFocus(), nullptr);
 }
 

@@ -38,8 +38,49 @@ std::vector<UINT> RecordedNumbers(HWND hwnd)
     return numbers;
 }
 
+std::vector<Delivery> RecordedDeliveries()
+{
+    std::vector<Delivery> deliveries;
+    for (const RecordedMessage& message : Recorded())
+        deliveries.emplace_back(message.hwnd, message.msg, message.wParam);
+    return deliveries;
+}
+
+std::vector<WPARAM> RecordedWParams(UINT msg)
+{
+    std::vector<WPARAM> values;
+    for (const RecordedMessage& message : RecordedOf(msg))
+        values.push_back(message.wParam);
+    return values;
+}
+
+void ExpectTwoCharText(HWND hwnd)
+{
+    wchar_t wide[8];
+    EXPECT_EQ(GetWindowTextW(hwnd, wide, 8), 2);
+    EXPECT_STREQ(wide, kWideTwoChars);
+    char ansi[8];
+    EXPECT_EQ(GetWindowTextA(hwnd, ansi, 8), 4);
+    EXPECT_STREQ(ansi, kGbkTwoChars);
+    EXPECT_EQ(GetWindowTextLengthW(hwnd), 2);
+    EXPECT_EQ(GetWindowTextLengthA(hwnd), 4);
+}
+
 namespace
 {
+
+// Dispatches every posted message through the message loop functions of one kind.
+template <class Peek, class Dispatch> int Pump(Peek peek, Dispatch dispatch)
+{
+    int count = 0;
+    MSG msg;
+    while (peek(&msg, nullptr, 0, 0, PM_REMOVE))
+    {
+        dispatch(&msg);
+        ++count;
+    }
+    return count;
+}
 
 std::wstring TextSeen(UINT msg, LPARAM lParam, bool unicode)
 {
@@ -107,26 +148,12 @@ HWND SystemWindowsTest::CreateWide(HWND parent, DWORD style)
 
 int SystemWindowsTest::PumpA()
 {
-    int count = 0;
-    MSG msg;
-    while (PeekMessageA(&msg, nullptr, 0, 0, PM_REMOVE))
-    {
-        DispatchMessageA(&msg);
-        ++count;
-    }
-    return count;
+    return Pump(PeekMessageA, DispatchMessageA);
 }
 
 int SystemWindowsTest::PumpW()
 {
-    int count = 0;
-    MSG msg;
-    while (PeekMessageW(&msg, nullptr, 0, 0, PM_REMOVE))
-    {
-        DispatchMessageW(&msg);
-        ++count;
-    }
-    return count;
+    return Pump(PeekMessageW, DispatchMessageW);
 }
 
 } // namespace QzTest

@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <tuple>
 #include <vector>
 
 namespace QzTest
@@ -28,6 +29,13 @@ std::vector<RecordedMessage>& Recorded();
 // The recorded messages of one number, in order.
 std::vector<RecordedMessage> RecordedOf(UINT msg);
 std::vector<UINT> RecordedNumbers(HWND hwnd);
+// Every recorded message as (window, number, wParam), in order.
+using Delivery = std::tuple<HWND, UINT, WPARAM>;
+std::vector<Delivery> RecordedDeliveries();
+// The wParam of every recorded message of one number, in order.
+std::vector<WPARAM> RecordedWParams(UINT msg);
+// Expects the window text to be kWideTwoChars, whichever kind of caller reads it.
+void ExpectTwoCharText(HWND hwnd);
 
 LRESULT CALLBACK RecordingProcA(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lParam);
 LRESULT CALLBACK RecordingProcW(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lParam);

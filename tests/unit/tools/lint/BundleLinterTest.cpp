@@ -5,11 +5,11 @@
 #include "../../../../tools/lint/BundleLinter.h"
 #include "../../../../tools/lint/LintLineIndex.h"
 
+#include "support/RegionFile.h"
 #include "support/TempDataDir.h"
 
 #include <gtest/gtest.h>
 
-#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -40,37 +40,6 @@ protected:
 
     QzTest::TempDataDir data;
 };
-
-void PutDword(std::string& bytes, uint32_t value)
-{
-    for (int i = 0; i < 4; ++i)
-        bytes.push_back(static_cast<char>((value >> (8 * i)) & 0xFF));
-}
-
-// A Rgn.dat entry: the two ids, then the data with its size.
-void PutEntry(std::string& bytes, uint32_t first, uint32_t second, const std::string& data)
-{
-    PutDword(bytes, first);
-    PutDword(bytes, second);
-    PutDword(bytes, static_cast<uint32_t>(data.size()));
-    PutDword(bytes, 0);
-    bytes += data;
-}
-
-// Region data of one rectangle.
-std::string OneRectRegion()
-{
-    std::string region;
-    PutDword(region, 32); // header size
-    PutDword(region, 1);  // rectangles
-    PutDword(region, 1);  // count
-    PutDword(region, 16); // byte size of the rectangles
-    for (int i = 0; i < 4; ++i)
-        PutDword(region, 0);
-    for (uint32_t value : {0u, 0u, 10u, 10u})
-        PutDword(region, value);
-    return region;
-}
 
 TEST(BundleLinterSampleTest, DemoBundleIsClean)
 {
@@ -156,11 +125,11 @@ TEST_F(BundleLinterTest, AniGroupsOverTheLimitPointAtTheirAmountKey)
 TEST_F(BundleLinterTest, RegionFilesReportWhereTheyAreCutAndUnusableRegions)
 {
     std::string bytes;
-    PutDword(bytes, 3);
-    PutEntry(bytes, 1, 2, OneRectRegion());
-    PutEntry(bytes, 7, 8, "abcd");
+    QzTest::PutDword(bytes, 3);
+    QzTest::PutRegionEntry(bytes, 1, 2, QzTest::RegionData({{0, 0, 10, 10}}));
+    QzTest::PutRegionEntry(bytes, 7, 8, "abcd");
     const size_t cutAt = bytes.size();
-    PutEntry(bytes, 9, 9, OneRectRegion());
+    QzTest::PutRegionEntry(bytes, 9, 9, QzTest::RegionData({{0, 0, 10, 10}}));
     bytes.resize(bytes.size() - 1);
     Write("ini/Rgn.dat", bytes);
     EXPECT_EQ(Lint(), (Lines{"ini/Rgn.dat: open file failed: entry 3 of 3 is cut short at byte " +

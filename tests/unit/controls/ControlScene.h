@@ -5,8 +5,7 @@
 // (type 20) and an edit record 5, which makes nothing.
 #pragma once
 
-#include "support/QzHarness.h"
-#include "support/TempDataDir.h"
+#include "support/GuiScene.h"
 
 #include "controls/QzCtrl.h"
 #include "framework/QzDialog.h"
@@ -67,50 +66,25 @@ inline std::vector<std::string>& PlayedSounds()
     return sounds;
 }
 
-class ControlScene : public ::testing::Test
+class ControlScene : public QzTest::GuiScene
 {
 protected:
-    using Extras = std::initializer_list<std::pair<const char*, const char*>>;
-
     ControlScene()
+        : GuiScene({{"ini/Test.ini", "[0-300]\nx=100\ny=100\nw=400\nh=300\n"},
+                    {"ini/GUI_EX.ini", kGuiEx},
+                    {"ani/Control.ani", kAniFile}})
     {
-        m_root.Write("ini/Test.ini", "[0-300]\nx=100\ny=100\nw=400\nh=300\n");
-        m_root.Write("ini/GUI_EX.ini", kGuiEx);
-        m_root.Write("ani/Control.ani", kAniFile);
         for (int i = 0; i < 5; ++i)
             m_harness.Device().DefineTexture("img/f" + std::to_string(i) + ".png", 10, 10);
         PlayedSounds().clear();
-        m_pMgr = static_cast<CQzGuiMgr*>(CreateGuiMgr());
-        m_pMgr->Init(GetModuleHandleA(nullptr), m_harness.MainWindow(), 100, "Test.ini");
-        m_pMgr->SetScreenSize(1024, 768);
         m_pMgr->SetSoundCallback([](const char* pszName, int, int, int, int, int)
                                  { PlayedSounds().push_back(pszName); });
-        m_harness.SetMessageHandler([this](UINT message, WPARAM wParam, LPARAM lParam) -> LRESULT
-                                    { return m_pMgr->OnMessage(message, wParam, lParam); });
     }
     ~ControlScene() override
     {
-        m_harness.SetMessageHandler(nullptr);
         if (m_pMgr->IsRegistered(&m_dialog))
             m_pMgr->RemoveDialog(&m_dialog);
         m_ctrls.clear();
-        m_pMgr->Release();
-    }
-
-    // A record with the rectangle relative to the parent and the extra keys.
-    CQzGuiWndInfo* AddRecord(DWORD nParent, DWORD nId, RECT rc, Extras extras = {})
-    {
-        auto* pRecord = new CQzGuiWndInfo;
-        pRecord->SetParentId(static_cast<int>(nParent));
-        pRecord->SetCtrlId(static_cast<int>(nId));
-        pRecord->SetX(static_cast<WORD>(rc.left));
-        pRecord->SetY(static_cast<WORD>(rc.top));
-        pRecord->SetWidth(static_cast<WORD>(rc.right - rc.left));
-        pRecord->SetHeight(static_cast<WORD>(rc.bottom - rc.top));
-        for (const auto& extra : extras)
-            pRecord->AddExtra(extra.first, extra.second);
-        m_pMgr->GetInfoMgr()->InsertRecord(pRecord);
-        return pRecord;
     }
 
     // A control of the dialog with a record drawing "Look"; created when the dialog opens (or
@@ -157,9 +131,6 @@ protected:
         return m_harness.Device().Calls(QzTest::DrawKind::Text);
     }
 
-    QzTest::Harness m_harness;
-    QzTest::TempDataDir m_root;
-    CQzGuiMgr* m_pMgr = nullptr;
     NoticeDialog m_dialog;
     CQzGuiWndInfo* m_pRecord = nullptr; // of the last AddCtrl
     std::vector<std::unique_ptr<CQzCtrl>> m_ctrls;

@@ -4,8 +4,7 @@
 
 #include "controls/QzButton.h"
 #include "platform/system/QzKernelHost.h"
-
-#include <cstdint>
+#include "support/RegionFile.h"
 
 namespace ControlTest
 {
@@ -21,22 +20,13 @@ public:
     IMyBitmap* Bitmap() const { return m_pBackBitmap; }
 };
 
-void Put32(std::string& bytes, uint32_t value)
-{
-    for (int i = 0; i < 4; ++i)
-        bytes.push_back(static_cast<char>((value >> (8 * i)) & 0xFF));
-}
-
 // ini/Rgn.dat with one region, the rectangle (200, 200, 210, 210), for control 11 of dialog 300.
 std::string RegionFile()
 {
-    std::string data;
-    for (uint32_t value : {32u, 1u, 1u, 16u, 200u, 200u, 210u, 210u, 200u, 200u, 210u, 210u})
-        Put32(data, value);
     std::string bytes;
-    for (uint32_t value : {1u, kDialogId, 11u, static_cast<uint32_t>(data.size()), 0u})
-        Put32(bytes, value);
-    return bytes + data;
+    QzTest::PutDword(bytes, 1);
+    QzTest::PutRegionEntry(bytes, kDialogId, 11, QzTest::RegionData({{200, 200, 210, 210}}));
+    return bytes;
 }
 
 class CtrlCopy : public ControlScene

@@ -1,6 +1,7 @@
 // Images of the cairo device: loading, sizes, transparency and drawing from source rectangles.
 #include "CCairoDevice.h"
 #include "TestPng.h"
+#include "support/GeometryPrint.h"
 #include "support/ImageComparePng.h"
 #include "support/LogCapture.h"
 
@@ -10,6 +11,7 @@
 #include <cmath>
 #include <cstdio>
 #include <fstream>
+#include <tuple>
 
 using QzPlatform::CCairoDevice;
 using QzPlatform::RectI;
@@ -59,8 +61,7 @@ TEST_F(CairoTextures, SamePathGivesSameIdAndSize)
     const TextureId id = device.LoadTexture(path);
     ASSERT_NE(0u, id);
     EXPECT_EQ(id, device.LoadTexture(path));
-    EXPECT_EQ(6, device.GetTextureSize(id).cx);
-    EXPECT_EQ(4, device.GetTextureSize(id).cy);
+    EXPECT_EQ((QzPlatform::SizeI{6, 4}), device.GetTextureSize(id));
     EXPECT_NE(id, Load("b.png", 2, 2, Distinct));
     EXPECT_EQ(0, device.GetTextureSize(id + 100).cx);
 }
@@ -108,13 +109,17 @@ TEST_F(CairoTextures, IsTransparentReadsTheAlphaByte)
                               [](int x, int) {
                                   return x == 0 ? 0u : x == 1 ? 0x01010101u : 0xFF123456u;
                               });
-    EXPECT_TRUE(device.IsTransparent(id, 0, 0));
-    EXPECT_FALSE(device.IsTransparent(id, 1, 0));
-    EXPECT_FALSE(device.IsTransparent(id, 3, 0));
-    EXPECT_TRUE(device.IsTransparent(id, 4, 0));
-    EXPECT_TRUE(device.IsTransparent(id, -1, 0));
-    EXPECT_TRUE(device.IsTransparent(id, 0, 1));
-    EXPECT_TRUE(device.IsTransparent(0, 0, 0));
+    // Pixels 0 (alpha 0) to 3, then outside the image, then a texture that does not exist.
+    std::string transparent;
+    for (const auto& [texture, x, y] : {std::tuple{id, 0, 0},
+                                        {id, 1, 0},
+                                        {id, 3, 0},
+                                        {id, 4, 0},
+                                        {id, -1, 0},
+                                        {id, 0, 1},
+                                        {TextureId{0}, 0, 0}})
+        transparent += device.IsTransparent(texture, x, y) ? '1' : '0';
+    EXPECT_EQ("1001111", transparent);
 }
 
 TEST_F(CairoTextures, SourceRectLandsAtDestinationAndNeighboursStayUntouched)

@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <utility>
+
 using QzTest::CompareImages;
 using QzTest::CompareOptions;
 using QzTest::CompareResult;
@@ -32,18 +34,10 @@ CompareOptions Options(int tolerance, int64_t maxDiffering)
 
 } // namespace
 
-TEST(ImageCompare, EqualImagesMatch)
-{
-    const Image a = Gradient(7, 5);
-    const CompareResult result = CompareImages(a.View(), a.View());
-    EXPECT_TRUE(result.passed);
-    EXPECT_EQ(0, result.differingPixels);
-    EXPECT_EQ("images match", result.Describe());
-}
-
 TEST(ImageCompare, FindsOneDifferingPixelAnywhere)
 {
     const Image expected = Gradient(7, 5);
+    EXPECT_EQ("images match", CompareImages(expected.View(), expected.View()).Describe());
     const int positions[][2] = {{0, 0}, {6, 0}, {3, 2}, {0, 4}, {6, 4}};
     for (const auto& position : positions)
     {
@@ -52,9 +46,7 @@ TEST(ImageCompare, FindsOneDifferingPixelAnywhere)
         const CompareResult result = CompareImages(expected.View(), actual.View());
         EXPECT_FALSE(result.passed);
         EXPECT_EQ(1, result.differingPixels);
-        EXPECT_EQ(position[0], result.firstX);
-        EXPECT_EQ(position[1], result.firstY);
-        EXPECT_EQ(expected.At(position[0], position[1]), result.expectedPixel);
+        EXPECT_EQ((std::pair{position[0], position[1]}), (std::pair{result.firstX, result.firstY}));
         EXPECT_EQ(actual.At(position[0], position[1]), result.actualPixel);
         EXPECT_TRUE(CompareImages(expected.View(), actual.View(), Options(0, 1)).passed);
     }
@@ -120,10 +112,8 @@ TEST(ImageCompare, PngFilesDifferingInOnePixel)
                      [](int x, int y)
                      { return 0xFF000000u | uint32_t(x * y) | (x == 8 && y == 5 ? 0x100u : 0u); });
     EXPECT_TRUE(QzTest::ComparePngFiles(a, a).passed);
-    const CompareResult result = QzTest::ComparePngFiles(a, b);
-    EXPECT_EQ(1, result.differingPixels);
-    EXPECT_EQ(8, result.firstX);
-    EXPECT_EQ(5, result.firstY);
+    EXPECT_NE(std::string::npos,
+              QzTest::ComparePngFiles(a, b).Describe().find("1 pixels differ, first at (8, 5)"));
     EXPECT_NE(std::string::npos,
               QzTest::ComparePngFiles(a, a + ".missing").Describe().find("cannot read"));
 }

@@ -1,13 +1,15 @@
-// The host of the control tests: a temp data root whose section "Look" has one 10 x 10 frame
-// per look state (img/f0.png .. img/f4.png), a manager on the harness's main window, dialog
-// 300 at (100, 100)-(500, 400) that records its WM_COMMANDs and runs map handlers, and the
-// extended records of an auto-built dialog 60 with a button 1, an image 2, statics 3 and 4
-// (type 20) and an edit record 5, which makes nothing.
+// The host of the control tests: a temp data root whose section "Look" has one
+// 10 x 10 frame per look state (img/f0.png .. img/f4.png), a manager on the
+// harness's main window, dialog 300 at (100, 100)-(500, 400) that records its
+// WM_COMMANDs and runs map handlers, and the extended records of an auto-built
+// dialog 60 with a button 1, an image 2, statics 3 and 4 (type 20) and an edit
+// record 5, which makes nothing.
 #pragma once
 
 #include "support/GuiScene.h"
 
 #include "controls/QzCtrl.h"
+#include "controls/QzStatic.h"
 #include "framework/QzDialog.h"
 #include "framework/QzGuiMgr.h"
 #include "layout/QzGuiInfoMgr.h"
@@ -15,11 +17,9 @@
 
 #include <gtest/gtest.h>
 
-#include <initializer_list>
 #include <memory>
 #include <string>
 #include <tuple>
-#include <utility>
 #include <vector>
 
 namespace ControlTest
@@ -27,14 +27,6 @@ namespace ControlTest
 
 using namespace QzGui;
 
-const char* const kAniFile = "[Look]\nFrameAmount=5\nFrame0=img/f0.png\nFrame1=img/f1.png\n"
-                             "Frame2=img/f2.png\nFrame3=img/f3.png\nFrame4=img/f4.png\n";
-const char* const kGuiEx = "[0-60]\ntype=1\nx=50\ny=50\nw=300\nh=200\n"
-                           "[60-1]\ntype=2\nx=10\ny=10\nw=80\nh=20\nAniSection=Look\n"
-                           "[60-2]\ntype=4\nx=10\ny=40\nw=80\nh=20\nAniSection=Look\n"
-                           "[60-3]\ntype=5\nx=10\ny=70\nw=80\nh=20\n"
-                           "[60-4]\ntype=20\nx=10\ny=100\nw=80\nh=20\n"
-                           "[60-5]\ntype=3\nx=10\ny=130\nw=80\nh=20\n";
 constexpr DWORD kDialogId = 300;
 
 // A WM_COMMAND as the dialog got it: code, control id, full id.
@@ -60,6 +52,19 @@ public:
     int clicks = 0;
 };
 
+// The window that scroll buttons and sliders drive: it records every message
+// sent to it.
+using Sent = std::tuple<UINT, WPARAM, LPARAM>;
+struct ScrollTarget : CQzStatic
+{
+    LRESULT SendMessage(UINT message, WPARAM wParam, LPARAM lParam) override
+    {
+        got.emplace_back(message, wParam, lParam);
+        return 1;
+    }
+    std::vector<Sent> got;
+};
+
 inline std::vector<std::string>& PlayedSounds()
 {
     static std::vector<std::string> sounds;
@@ -71,8 +76,15 @@ class ControlScene : public QzTest::GuiScene
 protected:
     ControlScene()
         : GuiScene({{"ini/Test.ini", "[0-300]\nx=100\ny=100\nw=400\nh=300\n"},
-                    {"ini/GUI_EX.ini", kGuiEx},
-                    {"ani/Control.ani", kAniFile}})
+                    {"ini/GUI_EX.ini", "[0-60]\ntype=1\nx=50\ny=50\nw=300\nh=200\n"
+                                       "[60-1]\ntype=2\nx=10\ny=10\nw=80\nh=20\nAniSection=Look\n"
+                                       "[60-2]\ntype=4\nx=10\ny=40\nw=80\nh=20\nAniSection=Look\n"
+                                       "[60-3]\ntype=5\nx=10\ny=70\nw=80\nh=20\n"
+                                       "[60-4]\ntype=20\nx=10\ny=100\nw=80\nh=20\n"
+                                       "[60-5]\ntype=3\nx=10\ny=130\nw=80\nh=20\n"},
+                    {"ani/Control.ani", "[Look]\nFrameAmount=5\nFrame0=img/f0.png\n"
+                                        "Frame1=img/f1.png\nFrame2=img/f2.png\n"
+                                        "Frame3=img/f3.png\nFrame4=img/f4.png\n"}})
     {
         for (int i = 0; i < 5; ++i)
             m_harness.Device().DefineTexture("img/f" + std::to_string(i) + ".png", 10, 10);
@@ -87,8 +99,8 @@ protected:
         m_ctrls.clear();
     }
 
-    // A control of the dialog with a record drawing "Look"; created when the dialog opens (or
-    // at once when it is open).
+    // A control of the dialog with a record drawing "Look"; created when the
+    // dialog opens (or at once when it is open).
     template <typename T> T* AddCtrl(DWORD nId, RECT rc, Extras extras = {})
     {
         m_pRecord = AddRecord(kDialogId, nId, rc, extras);
@@ -116,7 +128,7 @@ protected:
         m_harness.Device().Clear();
         m_harness.Frame([this] { m_pMgr->Show(); });
         std::vector<std::string> paths;
-        for (const QzTest::DrawCall& call : m_harness.Device().Calls(QzTest::DrawKind::Texture))
+        for (const QzTest::DrawCall& call : Calls(QzTest::DrawKind::Texture))
             paths.push_back(call.texturePath);
         return paths;
     }
@@ -126,10 +138,7 @@ protected:
         const std::vector<std::string> paths = Frame();
         return paths.empty() ? "" : paths.back();
     }
-    std::vector<QzTest::DrawCall> Texts()
-    {
-        return m_harness.Device().Calls(QzTest::DrawKind::Text);
-    }
+    std::vector<QzTest::DrawCall> Texts() { return Calls(QzTest::DrawKind::Text); }
 
     NoticeDialog m_dialog;
     CQzGuiWndInfo* m_pRecord = nullptr; // of the last AddCtrl

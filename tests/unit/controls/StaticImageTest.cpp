@@ -26,7 +26,8 @@ public:
 class StaticImageScene : public ControlScene
 {
 protected:
-    // Button 6 under static 5 at (110, 110)-(210, 130); image 8 at (110, 200)-(210, 240).
+    // Button 6 under static 5 at (110, 110)-(210, 130); image 8 at (110,
+    // 200)-(210, 240).
     StaticImageScene()
     {
         m_pButton = AddCtrl<CQzButton>(6, {10, 10, 110, 30});
@@ -41,8 +42,8 @@ protected:
     MarkedImage* m_pImage = nullptr;
 };
 
-// The static takes the moves, so the button beneath learns that the mouse is in only from the
-// moves it gets while it holds the capture.
+// The static takes the moves, so the button beneath learns that the mouse is in
+// only from the moves it gets while it holds the capture.
 TEST_F(StaticImageScene, APressOnAStaticFallsThroughToTheButtonBeneath)
 {
     m_pStatic->SetWindowText("Name");

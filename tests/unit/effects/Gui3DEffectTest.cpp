@@ -4,11 +4,13 @@
 
 #include "effects/Gui3DEffect.h"
 #include "effects/GuiEffectInfo.h"
+#include "support/GeometryPrint.h"
 #include "support/LogCapture.h"
 #include "support/TempDataDir.h"
 
 #include <gtest/gtest.h>
 
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -16,6 +18,16 @@ namespace
 {
 
 using Calls = std::vector<std::string>;
+
+// Every part's placement as "x z scaleX scaleZ rotation", parts separated by "; ".
+std::string Places(const CGui3DEffect& effect)
+{
+    std::ostringstream text;
+    for (const QzEffectPart& part : effect.GetParts())
+        text << (text.tellp() > 0 ? "; " : "") << part.fX << " " << part.fZ << " " << part.fScaleX
+             << " " << part.fScaleZ << " " << part.fRotation;
+    return text.str();
+}
 
 class Gui3DEffectTest : public ::testing::Test
 {
@@ -35,16 +47,6 @@ protected:
     QzTest::ScopedRecordingFactory m_factory{m_objects};
 };
 
-void ExpectPlace(const QzEffectPart& part, float x, float z, float scaleX, float scaleZ,
-                 float rotation)
-{
-    EXPECT_FLOAT_EQ(part.fX, x);
-    EXPECT_FLOAT_EQ(part.fZ, z);
-    EXPECT_FLOAT_EQ(part.fScaleX, scaleX);
-    EXPECT_FLOAT_EQ(part.fScaleZ, scaleZ);
-    EXPECT_FLOAT_EQ(part.fRotation, rotation);
-}
-
 TEST_F(Gui3DEffectTest, AddEffectPlacesAPartFromTheTableAndFitsItOnlyWhenAsked)
 {
     LoadPlacements("Fire 200 100 15 25 1.5 2 45\n");
@@ -57,13 +59,8 @@ TEST_F(Gui3DEffectTest, AddEffectPlacesAPartFromTheTableAndFitsItOnlyWhenAsked)
 
     EXPECT_EQ(m_objects.calls,
               (Calls{"AddPart(Spark,1,0)", "AddPart(Fire,0,0)", "AddPart(Fire,2,0)"}));
-    const auto& parts = effect.GetParts();
-    ASSERT_EQ(parts.size(), 3u);
-    EXPECT_EQ(parts[0].strName, "Spark");
-    EXPECT_EQ(parts[0].nIndex, 3);
-    ExpectPlace(parts[0], 0, 0, 1, 1, 0);
-    ExpectPlace(parts[1], 15, 25, 1, 1, 0.7853982f);
-    ExpectPlace(parts[2], 15, 25, 3, 1, 0.7853982f); // 400 / 200 x 1.5, 50 / 100 x 2
+    // The fitted part: 400 / 200 x 1.5 and 50 / 100 x 2.
+    EXPECT_EQ(Places(effect), "0 0 1 1 0; 15 25 1 1 0.785398; 15 25 3 1 0.785398");
 }
 
 TEST_F(Gui3DEffectTest, AddEffectRefusesANullNameAPartTheObjectRefusesAndAMissingObject)
@@ -77,7 +74,6 @@ TEST_F(Gui3DEffectTest, AddEffectRefusesANullNameAPartTheObjectRefusesAndAMissin
     QzTest::ScopedRecordingFactory failing(m_objects, true);
     CGui3DEffect noObject;
     EXPECT_EQ(noObject.AddEffect("Fire", 1, false), -1);
-    EXPECT_EQ(noObject.GetEffectObject(), nullptr);
     EXPECT_TRUE(noObject.GetParts().empty());
 }
 
@@ -88,32 +84,29 @@ TEST_F(Gui3DEffectTest, SetRectRefitsTablePartsFromTheLastToTheFirstUnlessTheRec
     effect.AddEffect("Fire", 0, true); // no rectangle yet: not fitted
     effect.AddEffect("Spark", 0, true);
     effect.AddEffect("Glow", 0, true);
-    ExpectPlace(effect.GetParts()[0], 0, 0, 1, 1, 0);
+    EXPECT_EQ(Places(effect), "0 0 1 1 0; 0 0 1 1 0; 0 0 1 1 0");
     m_objects.calls.clear();
     m_objects.mapIndexes["Fire"] = 8; // the object renumbered the part
 
     effect.SetRect({0, 0, 300, 50});
 
     EXPECT_EQ(m_objects.calls, (Calls{"FindPart(Glow)", "FindPart(Spark)", "FindPart(Fire)"}));
-    const auto& parts = effect.GetParts();
-    EXPECT_EQ(parts[0].nIndex, 8);
-    ExpectPlace(parts[0], 0, 0, 3, 1, 0);
-    ExpectPlace(parts[1], 0, 0, 1, 1, 0);    // not in the table
-    ExpectPlace(parts[2], 0, 0, 1.5f, 1, 0); // reference width 0: the table's scale x
+    EXPECT_EQ(effect.GetParts()[0].nIndex, 8);
+    // Glow has reference width 0: the table's scale x.
+    const std::string fitted = "0 0 3 1 0; 0 0 1 1 0; 0 0 1.5 1 0";
+    EXPECT_EQ(Places(effect), fitted);
 
     for (const RECT& empty : {RECT{10, 10, 10, 60}, RECT{10, 10, 60, 10}})
     {
         effect.SetRect(empty);
         EXPECT_TRUE(effect.IsRectSet());
-        EXPECT_EQ(effect.GetRect().left, 10);
-        ExpectPlace(parts[0], 0, 0, 3, 1, 0);
-        ExpectPlace(parts[2], 0, 0, 1.5f, 1, 0);
+        EXPECT_EQ(effect.GetRect(), empty);
+        EXPECT_EQ(Places(effect), fitted);
     }
 
     effect.ClearRect();
     EXPECT_FALSE(effect.IsRectSet());
-    EXPECT_EQ(effect.GetRect().left, 0);
-    EXPECT_EQ(effect.GetRect().bottom, 0);
+    EXPECT_EQ(effect.GetRect(), (RECT{0, 0, 0, 0}));
 }
 
 TEST_F(Gui3DEffectTest, SetPartScaleAndRotationAddTheTableValuesToTheMatchingParts)
@@ -121,36 +114,23 @@ TEST_F(Gui3DEffectTest, SetPartScaleAndRotationAddTheTableValuesToTheMatchingPar
     CGui3DEffect effect;
     effect.AddEffect("Fire", 0, false);
     effect.AddEffect("Glow", 0, false);
-
     effect.SetPartRotation(90, -1);
-    EXPECT_FLOAT_EQ(effect.GetParts()[0].fRotation, 1.5707964f);
-    EXPECT_FLOAT_EQ(effect.GetParts()[1].fRotation, 1.5707964f);
+    EXPECT_EQ(Places(effect), "0 0 1 1 1.5708; 0 0 1 1 1.5708");
 
     LoadPlacements("Glow 0 0 0 0 1.5 2 45\n");
     effect.SetPartScale(0.5f, 0.25f, -1);
     effect.SetPartRotation(135, 1);
-    ExpectPlace(effect.GetParts()[0], 0, 0, 0.5f, 0.25f, 1.5707964f); // no placement: zeros
-    ExpectPlace(effect.GetParts()[1], 0, 0, 2.0f, 2.25f, 3.1415927f);
+    EXPECT_EQ(Places(effect), "0 0 0.5 0.25 1.5708; 0 0 2 2.25 3.14159");
 }
 
 // Worked by hand with c = cos 30 deg = 0.8660254 and s = sin 30 deg = 0.5: translation
 // (x, 0, z), tilt by -30 deg, scale (sx, 1, sz), tilt by +30 deg, turn by r. Without the turn:
 // row 1 (sx, 0, 0, 0), row 2 (0, c^2 + s^2 sz, cs (1 - sz), 0), row 3 (0, cs (1 - sz),
-// s^2 + c^2 sz, 0), row 4 (x sx, z cs (1 - sz), z (s^2 + c^2 sz), 1).
+// s^2 + c^2 sz, 0), row 4 (x sx, z cs (1 - sz), z (s^2 + c^2 sz), 1). A quarter turn maps
+// every row (a, b, d, w) to (d, b, -a, w).
 TEST_F(Gui3DEffectTest, ComputePartMatrixMatchesHandWorkedMatrices)
 {
-    const auto expectMatrix = [](const QzEffectPart& part, const float(&expected)[4][4])
-    {
-        const D3DXMATRIX actual = CGui3DEffect::ComputePartMatrix(part);
-        for (int row = 0; row < 4; ++row)
-            for (int column = 0; column < 4; ++column)
-                EXPECT_NEAR(actual.m[row][column], expected[row][column], 1e-4f)
-                    << "row " << row + 1 << ", column " << column + 1;
-    };
     QzEffectPart part;
-    const float identity[4][4] = {{1, 0, 0, 0}, {0, 1, 0, 0}, {0, 0, 1, 0}, {0, 0, 0, 1}};
-    expectMatrix(part, identity);
-
     part.fX = 10.0f;
     part.fZ = 20.0f;
     part.fScaleX = 2.0f;
@@ -159,14 +139,20 @@ TEST_F(Gui3DEffectTest, ComputePartMatrixMatchesHandWorkedMatrices)
                                   {0, 1.5f, -0.8660254f, 0},
                                   {0, -0.8660254f, 2.5f, 0},
                                   {20, -17.320508f, 50, 1}};
-    expectMatrix(part, unturned);
-
-    part.fRotation = 1.5707964f; // a quarter turn maps every row (a, b, d, w) to (d, b, -a, w)
     const float turned[4][4] = {{0, 0, -2, 0},
                                 {-0.8660254f, 1.5f, 0, 0},
                                 {2.5f, -0.8660254f, 0, 0},
                                 {50, -17.320508f, -20, 1}};
-    expectMatrix(part, turned);
+    for (const auto* expected : {&unturned, &turned})
+    {
+        part.fRotation = expected == &turned ? 1.5707964f : 0.0f;
+        const D3DXMATRIX actual = CGui3DEffect::ComputePartMatrix(part);
+        for (int row = 0; row < 4; ++row)
+            for (int column = 0; column < 4; ++column)
+                EXPECT_NEAR(actual.m[row][column], (*expected)[row][column], 1e-4f)
+                    << "rotation " << part.fRotation << ", row " << row + 1 << ", column "
+                    << column + 1;
+    }
 }
 
 TEST_F(Gui3DEffectTest, DrawPlacesThePartsFromTheLastToTheFirstThenDrawsTheObject)
@@ -186,58 +172,40 @@ TEST_F(Gui3DEffectTest, DrawPlacesThePartsFromTheLastToTheFirstThenDrawsTheObjec
     EXPECT_FLOAT_EQ(m_objects.matrices[1]._11, 2.0f);
 }
 
-// Calls every forwarded operation once, writing what the operations return.
-Calls CallEveryForwardedOperation(CGui3DEffect& effect)
+// What the operations that answer something return, and a call of each operation with more than
+// one argument (so that swapped arguments show).
+std::string Forward(CGui3DEffect& effect)
 {
-    int nValue = 0;
-    Calls results;
-    results.push_back("Update=" + std::to_string(effect.Update()));
     effect.StartEffect("Fire", 1, 2);
-    effect.Reserved05(5);
-    effect.Play("Glow");
-    effect.Reserved07(7);
-    effect.Reserved08(8);
     effect.Reserved09(9, -9);
     effect.Reserved10(10, -10);
-    effect.Reserved12();
-    effect.Reserved13(true);
     effect.Reserved14(14, -14, true);
     effect.Reserved15(1, 2, 3, 4);
-    results.push_back("Reserved16=" + std::to_string(effect.Reserved16(16)));
-    results.push_back("HasPart=" + std::to_string(effect.HasPart("Spark", 17, 18)));
-    results.push_back("FindPart=" + std::to_string(effect.FindPart("Spark")));
-    effect.PlayPart(-1);
-    effect.Reserved20(&nValue);
     effect.Reserved21({1, 2, 3}, 21);
     effect.Reserved22({4, 5, 6}, 22);
     effect.Reserved23(1, 2, 3);
-    results.push_back("Reserved24=" + std::to_string(effect.Reserved24()));
     effect.Reserved25(25, -25);
-    return results;
+    std::ostringstream answers; // << evaluates left to right
+    answers << effect.Update() << " " << effect.Reserved16(16) << " "
+            << effect.HasPart("Spark", 17, 18) << " " << effect.FindPart("Spark") << " "
+            << effect.Reserved24();
+    return answers.str();
 }
 
 TEST_F(Gui3DEffectTest, ForwardingGivesDefaultsWithoutCreatingTheObjectAndPassesArgumentsOn)
 {
     CGui3DEffect effect;
-    EXPECT_EQ(CallEveryForwardedOperation(effect),
-              (Calls{"Update=1", "Reserved16=0", "HasPart=0", "FindPart=-1", "Reserved24=1"}));
+    EXPECT_EQ(Forward(effect), "1 0 0 -1 1");
     effect.Draw(0, 0, -1);
-    EXPECT_FALSE(effect.HasEffectObject());
     EXPECT_EQ(m_objects.nCreated, 0);
 
     ASSERT_NE(effect.GetEffectObject(), nullptr);
-    EXPECT_EQ(
-        CallEveryForwardedOperation(effect),
-        (Calls{"Update=7", "Reserved16=1099511627776", "HasPart=1", "FindPart=3", "Reserved24=5"}));
-    std::string calls;
-    for (const std::string& call : m_objects.calls)
-        calls += call + " ";
-    EXPECT_EQ(calls, "Update() StartEffect(Fire,1,2) Reserved05(5) Play(Glow) Reserved07(7) "
-                     "Reserved08(8) Reserved09(9,-9) Reserved10(10,-10) Reserved12() Reserved13(1) "
-                     "Reserved14(14,-14,1) Reserved15(1,2,3,4) Reserved16(16) "
-                     "HasPart(Spark,17,18) FindPart(Spark) PlayPart(-1) Reserved20(ptr) "
-                     "Reserved21(1,2,3,21) Reserved22(4,5,6,22) Reserved23(1,2,3) Reserved24() "
-                     "Reserved25(25,-25) ");
+    EXPECT_EQ(Forward(effect), "7 1099511627776 1 3 5");
+    EXPECT_EQ(m_objects.calls,
+              (Calls{"StartEffect(Fire,1,2)", "Reserved09(9,-9)", "Reserved10(10,-10)",
+                     "Reserved14(14,-14,1)", "Reserved15(1,2,3,4)", "Reserved21(1,2,3,21)",
+                     "Reserved22(4,5,6,22)", "Reserved23(1,2,3)", "Reserved25(25,-25)", "Update()",
+                     "Reserved16(16)", "HasPart(Spark,17,18)", "FindPart(Spark)", "Reserved24()"}));
 }
 
 TEST_F(Gui3DEffectTest, CopiesShareTheObjectAndTheLastHolderReleasesItOnce)
@@ -255,9 +223,8 @@ TEST_F(Gui3DEffectTest, CopiesShareTheObjectAndTheLastHolderReleasesItOnce)
     EXPECT_EQ(m_objects.nReleased, 1);
     EXPECT_EQ(copy.GetEffectObject(), pSource->GetEffectObject());
     EXPECT_EQ(assigned.GetEffectObject(), pSource->GetEffectObject());
-    EXPECT_EQ(assigned.GetRect().right, 3);
-    ASSERT_EQ(assigned.GetParts().size(), 1u);
-    EXPECT_EQ(assigned.GetParts()[0].strName, "Fire");
+    EXPECT_EQ(assigned.GetRect(), (RECT{1, 2, 3, 4}));
+    EXPECT_EQ(assigned.GetParts().size(), 1u);
 
     CGui3DEffect::Destroy(pSource);
     copy = CGui3DEffect();

@@ -37,7 +37,7 @@ protected:
     CGuiEffectInfo m_table;
 };
 
-TEST_F(GuiEffectInfoTest, ReadsTrimmedLinesSkipsEmptyOnesAndLaterDuplicatesReplace)
+TEST_F(GuiEffectInfoTest, ReadsTrimmedLinesLaterDuplicatesReplaceAndNamesAreExact)
 {
     EXPECT_TRUE(LoadText("Fire 9 9 9 9 9 9 9\n"
                          "Fire 200 100 15 25 1.5 2.25 -45\r\n"
@@ -46,56 +46,40 @@ TEST_F(GuiEffectInfoTest, ReadsTrimmedLinesSkipsEmptyOnesAndLaterDuplicatesRepla
                          "\t  Smoke 0 0 0 0 0.5 1 90   \n"));
 
     EXPECT_EQ(m_table.GetCount(), 2u);
-    const QzEffectPlacement* pFire = m_table.Find("Fire");
-    ASSERT_NE(pFire, nullptr);
-    EXPECT_EQ(Fields(*pFire), "200 100 15 25 1.5 2.25 -45");
+    EXPECT_EQ(Fields(m_table.Get("Fire")), "200 100 15 25 1.5 2.25 -45");
     EXPECT_EQ(Fields(m_table.Get("Smoke")), "0 0 0 0 0.5 1 90");
+    EXPECT_EQ(m_table.Find("fire"), nullptr);
+    EXPECT_EQ(m_table.Find(nullptr), nullptr);
+    EXPECT_EQ(Fields(m_table.Get("Water")), "0 0 0 0 0 0 0");
     EXPECT_TRUE(m_log.Empty());
 }
 
-TEST_F(GuiEffectInfoTest, AnUnknownNameIsNotFoundAndReadsAsAllZeros)
+TEST_F(GuiEffectInfoTest, IncompleteLinesAndOverlongNamesAreSkippedAndLoggedWithFileAndLine)
 {
-    LoadText("Fire 200 100 15 25 1.5 2.25 -45\n");
-
-    EXPECT_EQ(m_table.Find("fire"), nullptr); // names are exact
-    EXPECT_EQ(m_table.Find(nullptr), nullptr);
-    EXPECT_EQ(Fields(m_table.Get("Water")), "0 0 0 0 0 0 0");
-}
-
-TEST_F(GuiEffectInfoTest, IncompleteLinesAreSkippedAndLoggedWithFileAndLine)
-{
+    const std::string longest(127, 'a');
+    // The rest of a longer name is digits: cut at 127 it would read as a complete line.
+    const std::string tooLong = std::string(127, 'b') + "123 1 2 3 4 1 1 0";
     LoadText("Fire 200 100 15 25 1.5 2.25\n" // no rotation
              "Smoke 1 2 3 4 x 1 0\n"         // a word for a number
-             "Rain 1 2 3 4 1 1 5\n");
+             + longest + " 1 2 3 4 1 1 0\n" + tooLong + "\nRain 1 2 3 4 1 1 5\n");
 
-    EXPECT_EQ(m_table.GetCount(), 1u);
+    EXPECT_EQ(m_table.GetCount(), 2u);
     EXPECT_NE(m_table.Find("Rain"), nullptr);
-    ASSERT_EQ(m_log.Count("data error"), 2);
+    EXPECT_NE(m_table.Find(longest.c_str()), nullptr);
+    ASSERT_EQ(m_log.Count("data error"), 3);
     const auto& records = m_log.Records();
     EXPECT_EQ(records[0].Get("file_name"), kPath);
     EXPECT_EQ(records[0].Get("line"), "Fire 200 100 15 25 1.5 2.25");
     EXPECT_EQ(records[1].Get("line"), "Smoke 1 2 3 4 x 1 0");
-}
-
-TEST_F(GuiEffectInfoTest, NamesUpTo127CharactersAreReadLongerOnesAreDataErrors)
-{
-    const std::string longest(127, 'a');
-    // The rest of a longer name is digits: cut at 127 it would read as a complete line.
-    const std::string tooLong = std::string(127, 'b') + "123";
-    LoadText(longest + " 1 2 3 4 1 1 0\n" + tooLong + " 1 2 3 4 1 1 0\n");
-
-    EXPECT_NE(m_table.Find(longest.c_str()), nullptr);
-    EXPECT_EQ(m_table.GetCount(), 1u);
-    EXPECT_EQ(m_log.Count("data error"), 1);
+    EXPECT_EQ(records[2].Get("line"), tooLong);
 }
 
 TEST_F(GuiEffectInfoTest, LinesLongerThanTheReadBufferStayOneLine)
 {
-    const std::string padding(600, ' ');
-    LoadText("Fire 1 2 3 4" + padding + "1.5 2 9\nSmoke 5 6 7 8 1 1 0\n");
+    LoadText("Fire 1 2 3 4" + std::string(600, ' ') + "1.5 2 9\nSmoke 5 6 7 8 1 1 0\n");
 
-    EXPECT_EQ(m_table.Get("Fire").nRotation, 9);
-    EXPECT_EQ(m_table.Get("Smoke").nOffsetZ, 8u);
+    EXPECT_EQ(Fields(m_table.Get("Fire")), "1 2 3 4 1.5 2 9");
+    EXPECT_EQ(Fields(m_table.Get("Smoke")), "5 6 7 8 1 1 0");
     EXPECT_TRUE(m_log.Empty());
 }
 
@@ -108,9 +92,8 @@ TEST_F(GuiEffectInfoTest, LoadingEmptiesTheTableFirstAndAMissingFileLeavesItEmpt
     EXPECT_FALSE(m_table.Load("ini\\Missing.ini"));
 
     EXPECT_EQ(m_table.GetCount(), 0u);
-    const QzPlatform::LogRecord* pRecord = m_log.Find("open file failed");
-    ASSERT_NE(pRecord, nullptr);
-    EXPECT_EQ(pRecord->Get("file_name"), "ini\\Missing.ini");
+    ASSERT_NE(m_log.Find("open file failed"), nullptr);
+    EXPECT_EQ(m_log.Find("open file failed")->Get("file_name"), "ini\\Missing.ini");
 }
 
 } // namespace

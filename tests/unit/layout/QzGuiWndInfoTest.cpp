@@ -1,5 +1,5 @@
-// The record itself: 65535 marks what no layout key gave, and a refill from the defaults keeps
-// what the layout reader relies on keeping.
+// The record itself: a refill from the defaults (65535 marks what no layout key gave) keeps what
+// the layout reader relies on keeping.
 #include "LayoutTestSupport.h"
 
 #include "layout/QzGuiWndInfo.h"
@@ -9,24 +9,6 @@ namespace QzLayoutTest
 
 using QzGui::CQzGuiWndInfo;
 
-TEST(QzGuiWndInfo, FreshRecordAnswersNotGivenDefaults)
-{
-    CQzGuiWndInfo info;
-    EXPECT_EQ((Place{0, 0, 65535, 65535}), PlaceOf(&info));
-    EXPECT_EQ(1u, info.GetCtrlType());
-    EXPECT_EQ(65535u, info.GetGroup());
-    EXPECT_EQ(65535, info.GetLinkIndex());
-    EXPECT_EQ(65535, info.GetFontSize());
-    EXPECT_EQ(65535u, info.GetFontColor());
-    EXPECT_EQ((POINT{65535, 65535}), *info.GetTipOffset());
-    EXPECT_EQ(0u, info.TestFlag(0xFFFFFFFF));
-    EXPECT_STREQ("", info.GetTitle());
-    EXPECT_STREQ("", info.GetAniSection());
-    // The region comes from the region table, never from the record, flag or not.
-    info.AddFlags(QzGui::WNDINFO_FLAG_REGION);
-    EXPECT_EQ(nullptr, info.GetRegion());
-}
-
 TEST(QzGuiWndInfo, ExtraValueAnswersFirstPairAndNullForMissingOrNullKey)
 {
     CQzGuiWndInfo info;
@@ -34,7 +16,6 @@ TEST(QzGuiWndInfo, ExtraValueAnswersFirstPairAndNullForMissingOrNullKey)
     info.AddExtra("ItemHeight", "30");
     EXPECT_STREQ("20", info.GetExtraValue("ItemHeight"));
     EXPECT_EQ(nullptr, info.GetExtraValue(nullptr));
-    EXPECT_EQ(nullptr, info.GetExtraValue("Title"));
     EXPECT_EQ(nullptr, info.GetExtraValue("itemheight"));
 }
 
@@ -57,14 +38,17 @@ TEST(QzGuiWndInfo, ResetKeepsEarlierTitleButDropsAniSectionAndFlags)
 
     EXPECT_STREQ(" Hello", info.GetTitle());
     EXPECT_STREQ("Hand", info.GetCursor());
-    EXPECT_STREQ("", info.GetAniSection());
-    EXPECT_EQ(0u, info.TestFlag(QzGui::WNDINFO_FLAG_ANISECTION));
-    EXPECT_EQ(65535u, info.GetWidth());
-    EXPECT_EQ(1u, info.GetCtrlType());
-    EXPECT_EQ(65535, info.GetTipOffset()->x);
     EXPECT_EQ(7, info.GetTextOffset()->x);
     EXPECT_EQ(1, info.IsTestRgn());
+    EXPECT_STREQ("", info.GetAniSection());
+    EXPECT_EQ(0u, info.TestFlag(0xFFFFFFFF));
+    EXPECT_EQ((Place{0, 0, 65535, 65535}), PlaceOf(&info));
+    EXPECT_EQ(1u, info.GetCtrlType());
+    EXPECT_EQ((POINT{65535, 65535}), *info.GetTipOffset());
     EXPECT_EQ(nullptr, info.GetExtraValue("SliderBtnLen"));
+    // The region comes from the region table, never from the record, flag or not.
+    info.AddFlags(QzGui::WNDINFO_FLAG_REGION);
+    EXPECT_EQ(nullptr, info.GetRegion());
 }
 
 } // namespace QzLayoutTest

@@ -96,7 +96,6 @@ TEST_F(LayoutGenerateTest, SectionWithoutHeightIsRejectedThenGeneratedFromTheTem
     EXPECT_EQ("[101-1001]\nx=90\ny=9\nw=180\nh=21\ntype=3\nBackShowMode=0\n"
               "AniSection=Public_Drag1Btn\n",
               LayoutText());
-    EXPECT_EQ("<none>", Key("101-1001", "Title"));
 
     // Generated once: the record is kept and asked for again without a log.
     EXPECT_EQ(pInfo, Info()->GetWndInfo(101, 1001, QzGui::QZ_WND_EDIT, 0));

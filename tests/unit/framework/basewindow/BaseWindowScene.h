@@ -71,14 +71,6 @@ public:
     const std::string& GetCursorName() const { return m_strCursor; }
     IMyBitmap* GetBackBitmap() const { return m_pBackBitmap; }
 
-    std::vector<UINT> Messages() const
-    {
-        std::vector<UINT> messages;
-        for (const Seen& s : seen)
-            messages.push_back(s.message);
-        return messages;
-    }
-
     BOOL createResult = 1;
     BOOL allowShow = 1;
     BOOL allowHide = 1;

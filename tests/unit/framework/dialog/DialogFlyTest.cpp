@@ -34,42 +34,32 @@ protected:
     SpyDialog m_dialog{500, nullptr};
 };
 
-TEST_F(DialogFly, FliesInFromTheLeftFortyPixelsAFrameAndStaysShown)
+TEST_F(DialogFly, FliesInFromTheLeftAndOutAgainBeforeHiding)
 {
     m_dialog.ShowWindow(SW_SHOW);
-    EXPECT_EQ(-200, m_dialog.GetX());
-    EXPECT_EQ(50, m_dialog.GetY());
+    EXPECT_EQ((POINT{-200, 50}), (POINT{m_dialog.GetX(), m_dialog.GetY()}));
     EXPECT_EQ(std::vector<std::string>{"open.wav"}, g_sounds);
-
-    for (int x : {-160, -120, -80, -40, 0, 40, 80})
+    std::vector<int> xs;
+    for (int i = 0; i < 8; ++i)
     {
         Frame();
-        EXPECT_EQ(x, m_dialog.GetX());
-        EXPECT_TRUE(m_dialog.IsFlying());
+        xs.push_back(m_dialog.GetX());
     }
-    Frame();
-    EXPECT_EQ(100, m_dialog.GetX());
+    EXPECT_EQ((std::vector<int>{-160, -120, -80, -40, 0, 40, 80, 100}), xs);
     EXPECT_FALSE(m_dialog.IsFlying());
     EXPECT_EQ(1, m_dialog.Count(QZ_WM_FLYFINISHED));
-    EXPECT_TRUE(m_dialog.IsWindowVisible());
-}
-
-TEST_F(DialogFly, HidingFliesOutAndHidesOnArrival)
-{
-    m_dialog.ShowWindow(SW_SHOW);
-    for (int i = 0; i < 8; ++i)
-        Frame();
 
     m_dialog.ShowWindow(SW_HIDE);
-    for (int x : {50, 0, -50, -100, -150})
+    xs.clear();
+    for (int i = 0; i < 5; ++i)
     {
         Frame();
-        EXPECT_EQ(x, m_dialog.GetX());
-        EXPECT_TRUE(m_dialog.IsWindowVisible());
+        xs.push_back(m_dialog.GetX());
     }
+    EXPECT_EQ((std::vector<int>{50, 0, -50, -100, -150}), xs);
+    EXPECT_TRUE(m_dialog.IsWindowVisible()); // still on its way
     EXPECT_EQ(std::vector<std::string>{"open.wav"}, g_sounds);
     Frame();
-    EXPECT_EQ(-200, m_dialog.GetX());
     EXPECT_FALSE(m_dialog.IsWindowVisible());
     EXPECT_EQ((std::vector<std::string>{"open.wav", "close.wav"}), g_sounds);
 }

@@ -154,6 +154,13 @@ TEST_F(DumpRscHostileTest, LoopsInTheResourceDirectory)
          { image.SetDword(image.DialogNameEntry(2) + 4, image.Dword(typeEntry(image) + 4)); }},
         {"language directory is the root",
          [](PeImage& image) { image.SetDword(image.DialogNameEntry(2) + 4, 0x80000000); }},
+        // A name always leads to a directory; without the flag its offset is not one.
+        {"name entry without its directory flag",
+         [](PeImage& image)
+         {
+             const size_t at = image.DialogNameEntry(2) + 4;
+             image.SetDword(at, image.Dword(at) & 0x7FFFFFFF);
+         }},
     });
 }
 

@@ -69,7 +69,6 @@ CControlsDialog::CControlsDialog() : CQzDialog(kId, nullptr)
     m_panel.SetWindowText("Panel");
     m_marqueeCheck.SetWindowText("Marquee");
     m_barCheck.SetWindowText("Bar");
-    m_marquee.SetWindowText(QzPlatform::Utf8ToAnsi(kMarqueeText).c_str());
     // Listed bottom to top: the track image lies under the slider that drags over it.
     AddCtrls(kCaptionId, &m_caption, kResetId, &m_reset, kPanelButtonId, &m_panel, kMarqueeCheckId,
              &m_marqueeCheck, kBarCheckId, &m_barCheck, kTrackId, &m_track, kSliderId, &m_slider,
@@ -96,6 +95,8 @@ void CControlsDialog::CreateCtrls()
     m_marqueeCheck.SetCheck(TRUE);
     m_barCheck.SetCheck(TRUE);
     m_track.SetShowBack(true);
+    // The marquee starts with its caption, on the pace its record gives it.
+    m_marquee.SetWindowText(QzPlatform::Utf8ToAnsi(kMarqueeText).c_str());
     m_slider.SetValue(kStartVolume, TRUE);
 }
 

@@ -2,6 +2,7 @@
 
 #include "framework/IQzGuiMgr.h"
 #include "layout/IQzGuiWndInfo.h"
+#include "layout/QzExtraValue.h"
 #include "platform/render/DataSet.h"
 #include "platform/render/MyBitmap.h"
 #include "platform/services/QzClock.h"
@@ -146,16 +147,6 @@ int DefaultCellHeight()
     C3_SIZE cell = {0, 0};
     CMyBitmap::GetFontSize(cell);
     return cell.iHeight;
-}
-
-// The decimal value of an extra key of the record, when the record gives the key.
-bool ReadExtraInt(const IQzGuiWndInfo* pInfo, const char* pszKey, int* pValue)
-{
-    const char* pszText = pInfo->GetExtraValue(pszKey);
-    if (!pszText)
-        return false;
-    *pValue = QzPlatform::TextToInt(pszText);
-    return true;
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "controls/QzWHLStatic.h"
 
 #include "layout/IQzGuiWndInfo.h"
+#include "layout/QzExtraValue.h"
 #include "platform/services/QzClock.h"
 #include "platform/services/QzNumeric.h"
 #include "platform/services/QzText.h"
@@ -31,16 +32,6 @@ int64_t KeepWhole(const std::string& text, int64_t nStart, int64_t nCount)
         QzPlatform::IsLeadByteAt(text.c_str(), QzPlatform::ClampToInt(nStart + nCount - 1)))
         return nCount - 1;
     return nCount;
-}
-
-// The decimal value of an extra key of the record, when the record gives the key.
-bool ReadExtraInt(const IQzGuiWndInfo* pInfo, const char* pszKey, int* pValue)
-{
-    const char* pszText = pInfo->GetExtraValue(pszKey);
-    if (!pszText)
-        return false;
-    *pValue = QzPlatform::TextToInt(pszText);
-    return true;
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 #include "controls/QzCtrl.h"
 #include "framework/QzGuiMgr.h"
 #include "layout/IQzGuiWndInfo.h"
+#include "layout/QzExtraValue.h"
 #include "platform/services/QzAssert.h"
 #include "platform/services/QzText.h"
 
@@ -48,16 +49,6 @@ bool IsClickMessage(UINT message)
 {
     return message == WM_LBUTTONDOWN || message == WM_LBUTTONUP || message == WM_RBUTTONDOWN ||
            message == WM_RBUTTONUP;
-}
-
-// The integer value of an extra attribute; false when the record does not give the key.
-bool ReadExtraInt(const IQzGuiWndInfo* pInfo, const char* pszKey, int* pValue)
-{
-    const char* pszText = pInfo->GetExtraValue(pszKey);
-    if (!pszText)
-        return false;
-    *pValue = QzPlatform::TextToInt(pszText);
-    return true;
 }
 
 // 1 when the attribute is given with a nonzero value.

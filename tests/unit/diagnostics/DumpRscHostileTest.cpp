@@ -1,5 +1,5 @@
 // Damaged and hostile variants of a good module: cut at every length, offsets pointing
-// outside, huge counts, loops in the resource directory, random bytes. None is read past its
+// outside, huge counts, loops and shared data in the resource directory, random bytes. None is read past its
 // end (the sanitizer build watches); all but harmless changes give no records and no lines.
 #include "PeImage.h"
 #include "TraceCapture.h"
@@ -136,7 +136,7 @@ TEST_F(DumpRscHostileTest, HugeCounts)
     });
 }
 
-TEST_F(DumpRscHostileTest, LoopsInTheResourceDirectory)
+TEST_F(DumpRscHostileTest, LoopsAndSharingInTheResourceDirectory)
 {
     QZ_REQUIRE_DIALOG_FIXTURE(QzTest::DialogFixturePath("dialogs64.dll"));
     const auto typeEntry = [](const PeImage& image)
@@ -154,6 +154,18 @@ TEST_F(DumpRscHostileTest, LoopsInTheResourceDirectory)
          { image.SetDword(image.DialogNameEntry(2) + 4, image.Dword(typeEntry(image) + 4)); }},
         {"language directory is the root",
          [](PeImage& image) { image.SetDword(image.DialogNameEntry(2) + 4, 0x80000000); }},
+        // Every name shares one language whose data is the whole resource section: together
+        // they would describe more bytes than the file has.
+        {"names sharing the whole section",
+         [](PeImage& image)
+         {
+             const size_t section = image.ResourceSection();
+             image.SetDword(image.DialogDataEntry(0), image.Dword(section + 12));
+             image.SetDword(image.DialogDataEntry(0) + 4, image.Dword(section + 16));
+             const uint32_t language = image.Dword(image.DialogNameEntry(0) + 4);
+             for (size_t i = 1; i < 5; ++i)
+                 image.SetDword(image.DialogNameEntry(i) + 4, language);
+         }},
         // A name always leads to a directory; without the flag its offset is not one.
         {"name entry without its directory flag",
          [](PeImage& image)

@@ -1,6 +1,7 @@
 // Damaged and hostile variants of a good module: cut at every length, offsets pointing
-// outside, huge counts, loops and shared data in the resource directory, random bytes. None is read past its
-// end (the sanitizer build watches); all but harmless changes give no records and no lines.
+// outside, huge counts, loops and shared data in the resource directory, random bytes. None is
+// read past its end (the sanitizer build watches); all but harmless changes give no records and
+// no lines.
 #include "PeImage.h"
 #include "TraceCapture.h"
 

@@ -18,7 +18,6 @@ namespace QzGui
 namespace
 {
 
-constexpr const char* kAniFile = "ani/Control.ani";
 constexpr const char* kSource = "QzProgress";
 
 enum : int
@@ -187,7 +186,7 @@ void CQzProgress::DrawProgress(int a, int b, BYTE byDrawMode)
     CheckMouseLeave();
 
     QzPlatform::CAniHandle fill;
-    QzPlatform::GetAniStore()->LoadAni(fill, kAniFile, GetAniName());
+    QzPlatform::GetAniStore()->LoadAni(fill, QzPlatform::kControlAniFile, GetAniName());
     if (m_byStyle == QZ_PROGRESS_VERTICAL)
         DrawVertical(fill.GetAni(), a, b, byDrawMode);
     else if (m_byStyle == QZ_PROGRESS_HORIZONTAL)
@@ -202,7 +201,7 @@ void CQzProgress::DrawProgress(int a, int b, BYTE byDrawMode)
 void CQzProgress::DrawLayer(int nFrame, POINT ptOffset, BYTE byDrawMode)
 {
     QzPlatform::CAniHandle layer;
-    if (!QzPlatform::GetAniStore()->LoadAni(layer, kAniFile, GetAniName()))
+    if (!QzPlatform::GetAniStore()->LoadAni(layer, QzPlatform::kControlAniFile, GetAniName()))
         return;
     layer.GetAni()->ShowAni(nFrame, Moved(m_rcWindow.left, ptOffset.x),
                             Moved(m_rcWindow.top, ptOffset.y), byDrawMode);

@@ -14,7 +14,6 @@ namespace QzGui
 namespace
 {
 
-constexpr const char* kAniFile = "ani/Control.ani";
 // Where a slider created without PreSetParam says so.
 constexpr int kNoPresetLine = 40;
 constexpr const char* kSource = "QzSlider";
@@ -227,7 +226,8 @@ void CQzSlider::DrawThumb()
 {
     const char* pszSection = GetAniName();
     QzPlatform::CAniHandle handle;
-    if (!pszSection || !QzPlatform::GetAniStore()->LoadAni(handle, kAniFile, pszSection))
+    if (!pszSection ||
+        !QzPlatform::GetAniStore()->LoadAni(handle, QzPlatform::kControlAniFile, pszSection))
         return;
     int nFrameWidth = 0;
     int nFrameHeight = 0;

@@ -3,6 +3,7 @@
 #include "framework/QzMsg.h"
 #include "platform/render/DataSet.h"
 #include "platform/render/MyBitmap.h"
+#include "platform/services/QzAniStore.h"
 #include "platform/services/QzWidgetKit.h"
 
 #include <algorithm>
@@ -14,9 +15,7 @@ namespace QzGui
 namespace
 {
 
-constexpr const char* kAniFile = "ani/Control.ani";
 constexpr const char* kReportFile = "ani/control.ani";
-constexpr DWORD kKeepAliveMs = 30000;
 constexpr DWORD kFillColour = 0x50000000;
 constexpr int kNinePieces = 9;
 
@@ -234,7 +233,8 @@ DWORD CQzBackDrawer::GetOutlineColour(int nWndType)
 
 void CQzBackDrawer::DrawFirstFrame(const char* pszSection, int x, int y, BYTE byAlpha)
 {
-    IDataAni* pAni = TableDataSetQuery()->GetAni(kAniFile, pszSection, 0, kKeepAliveMs, 0);
+    IDataAni* pAni = TableDataSetQuery()->GetAni(QzPlatform::kControlAniFile, pszSection, 0,
+                                                 QzPlatform::CQzAniStore::kKeepAliveMs, 0);
     if (pAni)
         pAni->ShowAni(0, x, y, 0, 0, 1.0f, byAlpha);
 }

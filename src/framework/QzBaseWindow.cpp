@@ -37,8 +37,6 @@ constexpr int kLineNoManager = 248;
 constexpr int kLineRectRef = 1229;
 constexpr int kLineRectPtr = 1239;
 
-constexpr const char* kAniFile = "ani/Control.ani";
-constexpr DWORD kKeepAliveMs = 30000;
 constexpr int kMaskKind = 2;
 constexpr DWORD kDebugOutline = 0xffff0000;
 // The effect holder's flag for the parts a window adds and asks about.
@@ -458,7 +456,8 @@ void CQzBaseWindow::CenterWindow(int nMode, bool bUseAniSize)
     if (bUseAniSize && !m_strAniName.empty())
     {
         QzPlatform::CAniHandle handle;
-        QzPlatform::GetAniStore()->LoadAni(handle, kAniFile, m_strAniName.c_str());
+        QzPlatform::GetAniStore()->LoadAni(handle, QzPlatform::kControlAniFile,
+                                           m_strAniName.c_str());
         handle.GetFrameSize(0, nWidth, nHeight);
     }
     RECT rcArea = {0, 0, pMgr->GetScreenWidth(), pMgr->GetScreenHeight()};
@@ -617,7 +616,8 @@ BOOL CQzBaseWindow::HitMask(int x, int y)
         return FALSE;
     char szName[1024];
     std::snprintf(szName, sizeof(szName), "%s_MSK", m_strAniName.c_str());
-    IDataAni* pAni = TableDataSetQuery()->GetAni(kAniFile, szName, 1, kKeepAliveMs, 0);
+    IDataAni* pAni = TableDataSetQuery()->GetAni(QzPlatform::kControlAniFile, szName, 1,
+                                                 QzPlatform::CQzAniStore::kKeepAliveMs, 0);
     const int nCount = pAni ? pAni->GetFrameCount() : 0;
     if (nCount <= 0)
         return FALSE;
@@ -925,8 +925,8 @@ void CQzBaseWindow::DrawTextured()
 {
     // Looked up by name every frame and not kept, as the data set wants it; the frame count is
     // taken before drawing, which may look up other sections.
-    IDataAni* pAni =
-        TableDataSetQuery()->GetAni(kAniFile, m_strAniName.c_str(), 0, kKeepAliveMs, 0);
+    IDataAni* pAni = TableDataSetQuery()->GetAni(QzPlatform::kControlAniFile, m_strAniName.c_str(),
+                                                 0, QzPlatform::CQzAniStore::kKeepAliveMs, 0);
     const int nFrameCount = pAni ? pAni->GetFrameCount() : 0;
     const CQzBackDrawer drawer({m_rcWindow, m_ptPicOffset, m_ptPicOffset2, m_nOffsetFrame,
                                 m_rcAniOffset, m_wState, m_byAlpha});

@@ -7,6 +7,7 @@
 #include "layout/QzGuiInfoMgr.h"
 #include "platform/render/DataSet.h"
 #include "platform/render/MyBitmap.h"
+#include "platform/services/QzAniStore.h"
 #include "platform/services/QzGameData.h"
 #include "platform/services/QzScreenAdapter.h"
 #include "platform/services/QzTextDraw.h"
@@ -24,7 +25,6 @@ namespace QzGui
 namespace
 {
 
-const char* const kAniFile = "ani/Control.ani";
 const char* const kDefaultTipSection = "DialogNorMsg";
 const char* const kEffectPlacementFile = "ini\\Gui3DEffect.ini";
 constexpr DWORD kTipTextColour = 0xff000000;
@@ -838,11 +838,12 @@ void CQzGuiMgr::DrawTipBack(const QzTipEntry& tip, int x, int y, int nBoxWidth, 
     IDataSet* pDataSet = TableDataSetQuery();
     if (!tip.strBackSection.empty())
     {
-        if (IDataAni* pAni = pDataSet->GetAni(kAniFile, tip.strBackSection.c_str()))
+        if (IDataAni* pAni =
+                pDataSet->GetAni(QzPlatform::kControlAniFile, tip.strBackSection.c_str()))
             pAni->ShowAni(0, x - 5, y - 5);
         return;
     }
-    if (IDataAni* pAni = pDataSet->GetAni(kAniFile, kDefaultTipSection))
+    if (IDataAni* pAni = pDataSet->GetAni(QzPlatform::kControlAniFile, kDefaultTipSection))
         pAni->ShowAniEx(0, x, y, nullptr, nBoxWidth, nBoxHeight, 0, 0, 1.0f);
 }
 

@@ -3,6 +3,7 @@
 #include "framework/IQzGuiMgr.h"
 #include "layout/QzCursorEntry.h"
 #include "platform/render/DataSet.h"
+#include "platform/services/QzAniStore.h"
 #include "platform/services/QzClock.h"
 #include "platform/services/QzEffectObject.h"
 
@@ -12,8 +13,6 @@ namespace QzGui
 namespace
 {
 
-const char* const kAniFile = "ani/Control.ani";
-constexpr DWORD kKeepAliveMs = 30000;
 // A software cursor shows the next frame of its section every 200 ms.
 constexpr DWORD kFrameMs = 200;
 
@@ -107,7 +106,8 @@ void CQzCursorMgr::DrawAniCursor()
 {
     if (m_strCursor.empty())
         return;
-    IDataAni* pAni = TableDataSetQuery()->GetAni(kAniFile, m_strCursor.c_str(), 1, kKeepAliveMs, 0);
+    IDataAni* pAni = TableDataSetQuery()->GetAni(QzPlatform::kControlAniFile, m_strCursor.c_str(),
+                                                 1, QzPlatform::CQzAniStore::kKeepAliveMs, 0);
     if (!pAni)
         return;
     const int nCount = pAni->GetFrameCount();

@@ -7,6 +7,9 @@
 namespace QzPlatform
 {
 
+// The animation file of every window background, control, tip and cursor section.
+constexpr const char* kControlAniFile = "ani/Control.ani";
+
 class CQzAniStore
 {
 public:

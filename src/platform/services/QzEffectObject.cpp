@@ -1,6 +1,7 @@
 #include "platform/services/QzEffectObject.h"
 
 #include "platform/render/DataSet.h"
+#include "platform/services/QzAniStore.h"
 #include "platform/services/QzText.h"
 #include "platform/system/QzSystem.h"
 
@@ -16,15 +17,13 @@ namespace QzPlatform
 namespace
 {
 
-const char* const kAniFile = "ani/Control.ani";
-constexpr DWORD kKeepAliveMs = 30000;
 constexpr DWORD kFrameMs = 100;
 
 EffectObjectFactory g_pfnFactory = nullptr;
 
 IDataAni* FindSection(const char* pszName)
 {
-    return TableDataSetQuery()->GetAni(kAniFile, pszName, 0, kKeepAliveMs, 0);
+    return TableDataSetQuery()->GetAni(kControlAniFile, pszName, 0, CQzAniStore::kKeepAliveMs, 0);
 }
 
 float RowLength(float a, float b, float c)

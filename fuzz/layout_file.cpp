@@ -26,7 +26,8 @@ void LookUp(CQzGuiInfoMgr& mgr)
                     (void)(pInfo->GetWidth() + pInfo->GetOpenBindList()->size());
             }
         }
-        (void)mgr.GetExtRecords(parent);
+        QzGui::CQzGuiInfoMgr::ExtRecordTable records;
+        mgr.CollectExtendedRecords(records, parent);
     }
     for (int link = -1; link < 4; ++link)
         (void)mgr.GetHelpLink(link);

@@ -48,8 +48,13 @@ void CQzAutoGuiMgr::Init(IQzGuiMgr* pGuiMgr)
     if (!pMgr)
         return;
     CQzGuiInfoMgr* pInfoMgr = pMgr->GetInfoMgr();
-    for (IQzGuiWndInfo* pDialogInfo : pInfoMgr->GetExtRecords(0))
+    // In record-key order, so that dialogs stack and take clicks as their keys order them.
+    CQzGuiInfoMgr::ExtRecordTable dialogs;
+    CQzGuiInfoMgr::ExtRecordTable controls;
+    pInfoMgr->CollectExtendedRecords(dialogs, 0);
+    for (const auto& dialogEntry : dialogs)
     {
+        IQzGuiWndInfo* pDialogInfo = dialogEntry.second;
         if (RecordType(pDialogInfo) != QZ_WND_DIALOG)
             continue;
         auto* pDialog = static_cast<CQzDialog*>(
@@ -57,8 +62,10 @@ void CQzAutoGuiMgr::Init(IQzGuiMgr* pGuiMgr)
         if (!pDialog)
             continue;
         pGuiMgr->AddDialog(pDialog, nullptr, false);
-        for (IQzGuiWndInfo* pCtrlInfo : pInfoMgr->GetExtRecords(pDialog->GetId()))
+        pInfoMgr->CollectExtendedRecords(controls, pDialog->GetId());
+        for (const auto& ctrlEntry : controls)
         {
+            IQzGuiWndInfo* pCtrlInfo = ctrlEntry.second;
             if (CQzBaseWindow* pCtrl = CreateWnd(RecordType(pCtrlInfo), 0))
                 pDialog->AddCtrl(static_cast<DWORD>(pCtrlInfo->GetCtrlId()), pCtrl);
         }

@@ -7,6 +7,7 @@
 #include "layout/IQzGuiWndInfo.h"
 #include "layout/QzCursorMgr.h"
 #include "layout/QzGuiInfoMgr.h"
+#include "layout/QzGuiWndInfo.h"
 #include "platform/render/DataSet.h"
 #include "platform/render/MyBitmap.h"
 #include "platform/services/QzAniStore.h"
@@ -124,7 +125,7 @@ void CQzBaseWindow::CopyValues(const CQzBaseWindow& other)
     m_bShowBack = other.m_bShowBack;
     m_wState = other.m_wState;
     m_nParentId = other.m_nParentId;
-    m_pWndInfo = other.m_pWndInfo;
+    TakeWndInfo(other.m_pWndInfo);
     m_byAlpha = other.m_byAlpha;
     m_nInfoVariant = other.m_nInfoVariant;
     m_bUseInfo = other.m_bUseInfo;
@@ -193,6 +194,18 @@ CQzBaseWindow::~CQzBaseWindow()
     if (m_pQzGuiMgr && pHelper && pHelper->IsRegistered(m_pQzGuiMgr))
         GetMgr()->ForgetWindow(this);
     ReleaseResources();
+    TakeWndInfo(nullptr);
+}
+
+// Holds the record the window shows, so that a reload frees the old one only once every
+// window has let it go.
+void CQzBaseWindow::TakeWndInfo(IQzGuiWndInfo* pInfo)
+{
+    if (pInfo)
+        static_cast<const CQzGuiWndInfo*>(pInfo)->Hold();
+    if (m_pWndInfo)
+        static_cast<const CQzGuiWndInfo*>(m_pWndInfo)->Drop();
+    m_pWndInfo = pInfo;
 }
 
 BOOL CQzBaseWindow::Create(IQzGuiMgr* pGuiMgr)
@@ -260,7 +273,7 @@ BOOL CQzBaseWindow::LoadWndInfo()
     // A child dialog is configured as a top-level window.
     const DWORD nLookUpParent = m_pParent && GetWndType() == QZ_WND_DIALOG ? 0 : m_nParentId;
     const DWORD nRecordId = m_nInfoId ? m_nInfoId : m_nId;
-    m_pWndInfo = pInfoMgr->GetWndInfo(nLookUpParent, nRecordId, GetWndType(), m_nInfoVariant);
+    TakeWndInfo(pInfoMgr->GetWndInfo(nLookUpParent, nRecordId, GetWndType(), m_nInfoVariant));
     if (!m_pWndInfo)
     {
         QzPlatform::LogEvent(

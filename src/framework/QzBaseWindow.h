@@ -211,6 +211,7 @@ protected:
     bool DrawBackImage(const CQzBackDrawer& drawer, IDataAni* pAni, POINT& ptDrawn);
     void ReleaseOwnedRegion();
     void ReleaseResources();
+    void TakeWndInfo(IQzGuiWndInfo* pInfo);
     void CopyValues(const CQzBaseWindow& other);
     void CopyResources(const CQzBaseWindow& other);
     void ReleaseCaptureIfHeld();

@@ -114,9 +114,10 @@ BOOL CQzGuiInfoMgr::LoadLayout(const char* pszFile)
     CQzLayoutReader reader(m_setHelpLink, false, "data error");
     if (!reader.Open(IniPath(pszFile).c_str()))
         return FALSE;
-    // Windows may still hold the records of the last load: they stay alive until ClearAll.
+    // Windows holding records of the last load keep them until the reload messages give them
+    // the new ones.
     RetireTable(m_mapRecord);
-    m_vecExtRecord.clear();
+    m_mapExtRecord.clear();
     RecordPtr pPending; // the new record of the section being read
     reader.Read([&](const QzLayoutSection& section)
                 { return BeginLayoutSection(section, &pPending); },
@@ -400,17 +401,14 @@ void CQzGuiInfoMgr::SetInfoString(uint64_t nKey, const char* pszText)
 
 void CQzGuiInfoMgr::ClearAll()
 {
-    const auto root = m_mapRecord.find(kRootKey);
-    if (root != m_mapRecord.end())
-        m_mapRecord.erase(root);
-    m_mapRecord.clear();
-    m_vecExtRecord.clear();
+    RetireRecord(kRootKey);
+    RetireTable(m_mapRecord);
+    m_mapExtRecord.clear();
     m_mapRegion.clear();
     m_mapCursor.clear();
     m_mapAniGroup.clear();
-    m_mapVariantRecord.clear();
+    RetireTable(m_mapVariantRecord);
     m_setHelpLink.clear();
-    m_vecRetired.clear();
 }
 
 void CQzGuiInfoMgr::InsertRecord(CQzGuiWndInfo* pRecord)
@@ -442,15 +440,15 @@ void CQzGuiInfoMgr::RetireRecord(uint64_t nKey)
     const auto found = m_mapRecord.find(nKey);
     if (found == m_mapRecord.end())
         return;
-    RemoveExtRecord(nKey);
-    m_vecRetired.push_back(std::move(found->second));
+    m_mapExtRecord.erase(nKey);
+    CQzGuiWndInfo::Retire(std::move(found->second));
     m_mapRecord.erase(found);
 }
 
 void CQzGuiInfoMgr::RetireTable(RecordTable& table)
 {
     for (auto& entry : table)
-        m_vecRetired.push_back(std::move(entry.second));
+        CQzGuiWndInfo::Retire(std::move(entry.second));
     table.clear();
 }
 
@@ -558,30 +556,17 @@ void CQzGuiInfoMgr::EndExtendedSection(const QzLayoutSection& section, CQzGuiWnd
     if (!pPending)
         return;
     m_mapRecord[nKey] = std::move(pPending);
-    m_vecExtRecord.emplace_back(nKey, pRecord);
+    m_mapExtRecord[nKey] = pRecord;
 }
 
-void CQzGuiInfoMgr::RemoveExtRecord(uint64_t nKey)
+void CQzGuiInfoMgr::CollectExtendedRecords(ExtRecordTable& records, DWORD nParentId) const
 {
-    for (auto it = m_vecExtRecord.begin(); it != m_vecExtRecord.end(); ++it)
-    {
-        if (it->first == nKey)
-        {
-            m_vecExtRecord.erase(it);
-            return;
-        }
-    }
-}
-
-std::vector<IQzGuiWndInfo*> CQzGuiInfoMgr::GetExtRecords(DWORD nParentId) const
-{
-    std::vector<IQzGuiWndInfo*> records;
-    for (const auto& entry : m_vecExtRecord)
+    records.clear();
+    for (const auto& entry : m_mapExtRecord)
     {
         if (static_cast<DWORD>(entry.second->GetParentId()) == nParentId)
-            records.push_back(entry.second);
+            records.emplace(entry.first, entry.second);
     }
-    return records;
 }
 
 // Links.

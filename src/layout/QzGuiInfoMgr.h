@@ -6,8 +6,10 @@
 // Record keys: parent id in the low 32 bits (widened with its sign), control id in the high 32
 // bits. Variant keys: record key x 100 + variant, wrapping.
 //
-// Records handed out stay valid until ClearAll or destruction: a reload takes the old records
-// out of the tables but keeps them alive for the windows that still hold them.
+// A record taken out of the tables (by a reload, a replacement or ClearAll) lives on while a
+// window holds it (CQzGuiWndInfo::Hold) and is freed when the last window lets it go, which the
+// reload messages make happen within the reload. A caller that keeps a record pointer without
+// holding it must not use it after the next reload.
 #pragma once
 
 #include "layout/QzAniGroup.h"
@@ -71,7 +73,7 @@ public:
     // Replaces the text attribute (the tip text) of the record under the key.
     void SetInfoString(uint64_t nKey, const char* pszText);
 
-    // Destroys every record and table entry, the kept-alive old records included.
+    // Empties every table; records that windows still hold live on until they let them go.
     void ClearAll();
     // The name of the last layout file loaded, without the ini folder.
     const char* GetLayoutFileName() const { return m_strLayoutFile.c_str(); }
@@ -92,9 +94,11 @@ public:
     BOOL LoadRegions();
     HRGN CreateWndRegion(DWORD nParentId, DWORD nCtrlId) const;
 
-    // Extended records (ini/GUI_EX.ini), held by the record table as well.
+    // Extended records (ini/GUI_EX.ini), held by the record table as well, by record key.
+    using ExtRecordTable = std::map<uint64_t, IQzGuiWndInfo*>;
     BOOL LoadExtendedLayout();
-    std::vector<IQzGuiWndInfo*> GetExtRecords(DWORD nParentId) const;
+    // Empties the table, then puts in it the extended records of this parent under their keys.
+    void CollectExtendedRecords(ExtRecordTable& records, DWORD nParentId) const;
 
     // The text of a "Link" key by its link index; null, with a report, outside the list.
     const char* GetHelpLink(int nIndex) const;
@@ -108,8 +112,9 @@ private:
 
     CQzGuiWndInfo* FindRecord(uint64_t nKey) const;
     void StoreRecord(uint64_t nKey, RecordPtr pRecord);
+    // Takes records out of the tables; each is freed now or by the last window holding it.
     void RetireRecord(uint64_t nKey);
-    void RetireTable(RecordTable& table);
+    static void RetireTable(RecordTable& table);
     void MarkRegion(uint64_t nKey, CQzGuiWndInfo& record) const;
     void FitRootToScreen();
     void LoadOptionalTables();
@@ -131,22 +136,19 @@ private:
                           RecordPtr pPending, bool bValid);
     void EndExtendedSection(const QzLayoutSection& section, CQzGuiWndInfo* pRecord,
                             RecordPtr pPending, bool bValid);
-    void RemoveExtRecord(uint64_t nKey);
 
     bool m_bIniFileReady = false;
     std::map<std::string, QzAniGroup> m_mapAniGroup;
     IQzGuiMgr* m_pGuiMgr = nullptr;
     std::string m_strLayoutFile;
     RecordTable m_mapRecord;
-    // Extended records in file order; the record table owns them.
-    std::vector<std::pair<uint64_t, CQzGuiWndInfo*>> m_vecExtRecord;
+    // Extended records by key; the record table owns them.
+    std::map<uint64_t, CQzGuiWndInfo*> m_mapExtRecord;
     std::map<uint64_t, QzRegionEntry> m_mapRegion;
     std::map<std::string, QzCursorEntry> m_mapCursor;
     // A deque, so that texts handed out by GetHelpLink stay put when links are appended.
     std::deque<std::string> m_setHelpLink;
     RecordTable m_mapVariantRecord;
-    // Records taken out of the tables by reloads and replacements, alive until ClearAll.
-    std::vector<RecordPtr> m_vecRetired;
     std::unique_ptr<CDumpRsc> m_pDumpRsc;
 };
 

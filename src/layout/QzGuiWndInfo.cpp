@@ -3,9 +3,39 @@
 namespace QzGui
 {
 
-CQzGuiWndInfo::CQzGuiWndInfo() = default;
+namespace
+{
+size_t g_nLiveRecords = 0;
+} // namespace
 
-CQzGuiWndInfo::~CQzGuiWndInfo() = default;
+CQzGuiWndInfo::CQzGuiWndInfo()
+{
+    ++g_nLiveRecords;
+}
+
+CQzGuiWndInfo::~CQzGuiWndInfo()
+{
+    --g_nLiveRecords;
+}
+
+size_t CQzGuiWndInfo::GetLiveCount()
+{
+    return g_nLiveRecords;
+}
+
+void CQzGuiWndInfo::Drop() const
+{
+    if (--m_nHolds == 0 && m_bRetired)
+        delete this;
+}
+
+void CQzGuiWndInfo::Retire(std::unique_ptr<CQzGuiWndInfo> pRecord)
+{
+    if (!pRecord || pRecord->m_nHolds == 0)
+        return;
+    pRecord->m_bRetired = true;
+    pRecord.release();
+}
 
 const char* CQzGuiWndInfo::GetExtraValue(const char* key) const
 {

@@ -4,6 +4,7 @@
 
 #include "layout/IQzGuiWndInfo.h"
 
+#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
@@ -16,6 +17,8 @@ class CQzGuiWndInfo : public IQzGuiWndInfo
 public:
     CQzGuiWndInfo();
     virtual ~CQzGuiWndInfo();
+    CQzGuiWndInfo(const CQzGuiWndInfo&) = delete;
+    CQzGuiWndInfo& operator=(const CQzGuiWndInfo&) = delete;
 
     DWORD GetX() const override { return m_wX; }
     DWORD GetY() const override { return m_wY; }
@@ -120,6 +123,14 @@ public:
     std::vector<int>& CloseBindList() { return m_vecCloseBind; }
     const std::vector<std::pair<std::string, std::string>>& GetExtras() const { return m_vecExtra; }
 
+    // Windows hold the record they show. The layout manager retires a record it takes out of
+    // its tables: it is freed at once when no window holds it, otherwise by the last Drop.
+    void Hold() const { ++m_nHolds; }
+    void Drop() const;
+    static void Retire(std::unique_ptr<CQzGuiWndInfo> pRecord);
+    // Records alive in the process, in the tables or retired and still held.
+    static size_t GetLiveCount();
+
 private:
     static void Assign(std::string& field, const char* text) { field = text ? text : ""; }
 
@@ -167,6 +178,8 @@ private:
     std::vector<int> m_vecOpenBind;
     std::vector<int> m_vecCloseBind;
     std::vector<std::pair<std::string, std::string>> m_vecExtra;
+    mutable int m_nHolds = 0;
+    bool m_bRetired = false;
 };
 
 } // namespace QzGui

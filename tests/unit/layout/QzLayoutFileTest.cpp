@@ -10,6 +10,7 @@
 namespace QzLayoutTest
 {
 
+using QzGui::CQzGuiWndInfo;
 using QzGui::WNDINFO_FLAG_ANISECTION;
 using QzGui::WNDINFO_FLAG_CURSOR;
 using QzGui::WNDINFO_FLAG_FONTCOLOR;
@@ -137,29 +138,33 @@ TEST_F(LayoutFileTest, MissingFileFailsAndKeepsEverything)
     EXPECT_EQ("ini\\Missing.ini", Log().Find("open file failed")->Get("file_name"));
 }
 
-TEST_F(LayoutFileTest, ReloadKeepsOldRecordsAliveForTheirHolders)
+TEST_F(LayoutFileTest, ReloadKeepsOldRecordsAliveForTheirHoldersOnlyAndFreesTheRest)
 {
     ASSERT_TRUE(Load("[1-1]\nw=10\nh=10\nTitle=Old\n[1-2]\nw=5\nh=5\n"));
-    IQzGuiWndInfo* pOld = Record(1, 1);
-    IQzGuiWndInfo* pGone = Record(1, 2);
+    const auto* pOld = static_cast<const CQzGuiWndInfo*>(Record(1, 1));
     ASSERT_NE(nullptr, pOld);
+    pOld->Hold();
+    const size_t nLive = CQzGuiWndInfo::GetLiveCount();
 
     WriteIni("Layout.ini", "[1-1]\nw=20\nh=20\nTitle=New\n");
     mgr.ReloadCurrentLayout();
 
     ASSERT_NE(nullptr, Record(1, 1));
     EXPECT_STREQ("New", Record(1, 1)->GetTitle());
-    // The holders of the old records still read them (the sanitizer build checks the reads).
-    EXPECT_STREQ("Old", pOld->GetTitle());
-    EXPECT_EQ(10u, pOld->GetWidth());
-    EXPECT_EQ(5u, pGone->GetWidth());
     EXPECT_EQ(nullptr, Record(1, 2));
+    // The holder still reads its old record (the sanitizer build checks the reads); the
+    // record of 1-2, held by nobody, is gone.
+    EXPECT_STREQ("Old", pOld->GetTitle());
+    EXPECT_EQ(nLive - 1 + 1, CQzGuiWndInfo::GetLiveCount());
+    pOld->Drop();
+    EXPECT_EQ(nLive - 1, CQzGuiWndInfo::GetLiveCount());
 }
 
-TEST_F(LayoutFileTest, InsertRecordReplacesAndKeepsTheOldOneAlive)
+TEST_F(LayoutFileTest, InsertRecordReplacesAndKeepsTheOldOneAliveForItsHolder)
 {
     ASSERT_TRUE(Load("[4-5]\nw=10\nh=10\n"));
-    IQzGuiWndInfo* pOld = Record(4, 5);
+    const auto* pOld = static_cast<const CQzGuiWndInfo*>(Record(4, 5));
+    pOld->Hold();
 
     auto* pRecord = new QzGui::CQzGuiWndInfo;
     pRecord->SetParentId(4);
@@ -170,6 +175,7 @@ TEST_F(LayoutFileTest, InsertRecordReplacesAndKeepsTheOldOneAlive)
 
     EXPECT_EQ(pRecord, Record(4, 5));
     EXPECT_EQ(10u, pOld->GetWidth());
+    pOld->Drop();
     mgr.SetInfoString(CQzGuiInfoMgr::MakeKey(4, 5), "info");
     EXPECT_STREQ("info", pRecord->GetTipText());
     mgr.SetInfoString(CQzGuiInfoMgr::MakeKey(9, 9), "nobody");
@@ -228,10 +234,16 @@ TEST_F(LayoutFileTest, VariantRecordsAnswerFirstAndAreReplacedByTheNextLogicFile
     EXPECT_EQ(2u, mgr.GetWndInfo(3, 8, 2, 2)->GetWidth());
     EXPECT_EQ(1, Log().Count("data error"));
 
+    // A replaced variant record lives on only while a window holds it.
+    const size_t nLive = CQzGuiWndInfo::GetLiveCount();
+    static_cast<const CQzGuiWndInfo*>(pTwo)->Hold();
     WriteIni("Logic2.ini", "[3-7-4]\nw=1\nh=1\n");
     ASSERT_TRUE(mgr.LoadLogicLayout("Logic2.ini"));
     EXPECT_STREQ("Plain", mgr.GetWndInfo(3, 7, 2, 2)->GetTitle());
     EXPECT_STREQ("Two", pTwo->GetTitle());
+    EXPECT_EQ(nLive, CQzGuiWndInfo::GetLiveCount()); // 3-8-2 freed, 3-7-4 came
+    static_cast<const CQzGuiWndInfo*>(pTwo)->Drop();
+    EXPECT_EQ(nLive - 1, CQzGuiWndInfo::GetLiveCount());
     EXPECT_FALSE(mgr.LoadLogicLayout("Missing.ini"));
     EXPECT_EQ(1, Log().Count("open file failed"));
 }

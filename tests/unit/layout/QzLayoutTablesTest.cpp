@@ -13,6 +13,7 @@
 namespace QzLayoutTest
 {
 
+using QzGui::CQzGuiWndInfo;
 using QzGui::WNDINFO_FLAG_REGION;
 using QzTest::PutDword;
 
@@ -174,19 +175,20 @@ TEST_F(LayoutTablesTest, RegionSizeBeyondTheFileOrCutCountFailsWithoutHugeReads)
     EXPECT_EQ(2, Log().Count("open file failed"));
 }
 
-TEST_F(LayoutTablesTest, ExtendedRecordsJoinTheRecordTableInFileOrder)
+TEST_F(LayoutTablesTest, ExtendedRecordsJoinTheRecordTableInKeyOrder)
 {
     WriteIni("GUI_EX.ini", "[0-40]\nw=200\nh=100\ntype=1\n[40-2]\nw=10\nh=10\n"
                            "[0-30]\nw=50\nh=50\n[0-5]\nw=7\nh=7\nTitle=Ex\n"
                            "[0-41]\nw=1\n[5-6]\nx=1\n");
     ASSERT_TRUE(Load(std::string(kTwoRecords) + "[0-41]\nw=3\nh=3\n"));
 
-    std::vector<IQzGuiWndInfo*> dialogs = mgr.GetExtRecords(0);
-    ASSERT_EQ(2u, dialogs.size());
-    EXPECT_EQ(40, dialogs[0]->GetCtrlId());
-    EXPECT_EQ(30, dialogs[1]->GetCtrlId());
-    EXPECT_EQ(dialogs[0], Record(0, 40));
-    ASSERT_EQ(1u, mgr.GetExtRecords(40).size());
+    CQzGuiInfoMgr::ExtRecordTable records{{1, nullptr}};
+    mgr.CollectExtendedRecords(records, 0);
+    ASSERT_EQ(2u, records.size());
+    EXPECT_EQ(30, records.begin()->second->GetCtrlId());
+    EXPECT_EQ(Record(0, 40), records.at(CQzGuiInfoMgr::MakeKey(0, 40)));
+    mgr.CollectExtendedRecords(records, 40);
+    ASSERT_EQ(1u, records.size());
     // A layout record named again is refilled in place and is no extended record.
     EXPECT_EQ(7u, Record(0, 5)->GetWidth());
     EXPECT_STREQ("Ex", Record(0, 5)->GetTitle());
@@ -199,17 +201,25 @@ TEST_F(LayoutTablesTest, ExtendedRecordsJoinTheRecordTableInFileOrder)
     EXPECT_EQ(0, Log().Count("data error"));
 }
 
-TEST_F(LayoutTablesTest, ReloadRebuildsTheExtendedRecords)
+TEST_F(LayoutTablesTest, ReloadRebuildsTheExtendedRecordsAndFreesTheUnheldOld)
 {
     WriteIni("GUI_EX.ini", "[0-40]\nw=200\nh=100\n");
     ASSERT_TRUE(Load(kTwoRecords));
-    IQzGuiWndInfo* pOld = mgr.GetExtRecords(0).at(0);
+    const size_t nLive = CQzGuiWndInfo::GetLiveCount();
+    const auto* pOld = static_cast<const CQzGuiWndInfo*>(Record(0, 40));
+    pOld->Hold();
 
     mgr.ReloadCurrentLayout();
 
-    ASSERT_EQ(1u, mgr.GetExtRecords(0).size());
-    EXPECT_NE(pOld, mgr.GetExtRecords(0)[0]);
+    CQzGuiInfoMgr::ExtRecordTable records;
+    mgr.CollectExtendedRecords(records, 0);
+    ASSERT_EQ(1u, records.size());
+    EXPECT_NE(pOld, records.begin()->second);
+    // Only the held record outlives the reload, and only until it is let go.
     EXPECT_EQ(200u, pOld->GetWidth());
+    EXPECT_EQ(nLive + 1, CQzGuiWndInfo::GetLiveCount());
+    pOld->Drop();
+    EXPECT_EQ(nLive, CQzGuiWndInfo::GetLiveCount());
 }
 
 } // namespace QzLayoutTest

@@ -9,10 +9,12 @@ namespace QzGuiManagerTest
 namespace
 {
 
-// Dialog 50 with an edit record (no control of its own yet) and 51, which is not a dialog.
+// Dialog 50 with an edit record (no control of its own yet), 51, which is not a dialog, and
+// dialog 49 named last in the file.
 const char* const kGuiEx = "[0-50]\ntype=1\nx=10\ny=10\nw=100\nh=100\n"
                            "[50-1]\ntype=3\nx=0\ny=0\nw=10\nh=10\n"
-                           "[0-51]\ntype=2\nx=0\ny=0\nw=10\nh=10\n";
+                           "[0-51]\ntype=2\nx=0\ny=0\nw=10\nh=10\n"
+                           "[0-49]\ntype=1\nx=10\ny=10\nw=100\nh=100\n";
 
 class AutoGuiTest : public ManagerFixture
 {
@@ -38,7 +40,15 @@ TEST_F(AutoGuiTest, DialogsOfTheExtendedRecordsAreBuiltHiddenAndShownById)
     EXPECT_FALSE(pDialog->IsWindowVisible());
 
     m_pMgr->Init(GetModuleHandleA(nullptr), m_harness.MainWindow(), 100, "Test.ini");
-    EXPECT_EQ(1u, m_pMgr->GetDialogs().size());
+    EXPECT_EQ(2u, m_pMgr->GetDialogs().size());
+}
+
+TEST_F(AutoGuiTest, DialogsAreBuiltInRecordKeyOrderNotFileOrder)
+{
+    std::vector<DWORD> ids;
+    for (const CQzDialog* pDialog : m_pMgr->GetDialogs())
+        ids.push_back(pDialog->GetId());
+    EXPECT_EQ((std::vector<DWORD>{49, 50}), ids);
 }
 
 // A transparent dialog that counts its timers and its handlers.

@@ -33,6 +33,7 @@ public:
     // Creates the main window and the manager, and registers the dialogs of the sample layout.
     bool Create(bool bDebug);
     HWND GetWindow() const { return m_hWnd; }
+    QzGui::IQzGuiMgr* GetGuiMgr() const { return m_pGuiMgr; }
     QzPlatform::CCairoDevice& GetDevice() { return *m_pDevice; }
 
     // Dispatches the posted messages, then draws one frame.

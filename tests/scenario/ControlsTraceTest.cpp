@@ -6,6 +6,7 @@
 #include "ControlsDialog.h"
 #include "DemoScript.h"
 #include "PanelCaption.h"
+#include "ScopedCurrentDir.h"
 
 #include "support/ImageComparePng.h"
 #include "support/QzHarness.h"
@@ -24,22 +25,6 @@ namespace
 namespace fs = std::filesystem;
 
 const char* const kExpected = QZGUI_SOURCE_DIR "/tests/scenario/expected/controls.trace";
-
-// The bundle folder is the current directory while the test runs, as it is for the demo.
-class ScopedCurrentDir
-{
-public:
-    explicit ScopedCurrentDir(const fs::path& path) : m_previous(fs::current_path())
-    {
-        fs::current_path(path);
-    }
-    ~ScopedCurrentDir() { fs::current_path(m_previous); }
-    ScopedCurrentDir(const ScopedCurrentDir&) = delete;
-    ScopedCurrentDir& operator=(const ScopedCurrentDir&) = delete;
-
-private:
-    fs::path m_previous;
-};
 
 // Every image of the bundle, at its size, so that sprites reach the device.
 void DefineBundleImages(QzTest::RecordingDevice& device)

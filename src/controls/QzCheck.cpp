@@ -60,18 +60,24 @@ void CQzCheck::OnLButtonDown(UINT, POINT)
 }
 
 // A release inside the box after a press on it toggles the check, unless the box is disabled;
-// the click is reported either way. Disabled means the window's enabled state, not look
-// state 3, which the hover look also uses for an unchecked box under the mouse.
+// the click is reported either way.
 void CQzCheck::OnLButtonUp(UINT, POINT)
 {
     if (!m_bPressed)
         return;
     ReleaseCapture();
-    if (IsWindowEnabled() && m_bMouseIn)
+    if (CanToggle() && m_bMouseIn)
         SetCheck(!GetCheck());
     if (m_bMouseIn)
         NotifyParent(QZ_BN_CLICKED);
     m_bPressed = false;
+}
+
+// Disabled is look state 3 (the host greys a box with SetCtrlState). The hover look also gives
+// state 3 to an unchecked box under the mouse, so such a box takes the window's enabled state.
+bool CQzCheck::CanToggle()
+{
+    return m_bHoverLook ? IsWindowEnabled() != 0 : m_wState != QZ_STATE_DISABLED;
 }
 
 // With the hover look: frame 3 or 4 under the mouse (unchecked, checked), else 0 or 1. A

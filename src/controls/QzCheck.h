@@ -28,6 +28,7 @@ public:
 
 private:
     void OnPress();
+    bool CanToggle();
 
     bool m_bHoverLook = false;
     bool m_bPressed = false;

@@ -4,6 +4,9 @@
 
 #include "controls/QzCheck.h"
 
+#include <functional>
+#include <utility>
+
 namespace ControlTest
 {
 
@@ -67,18 +70,28 @@ TEST_F(CheckScene, EachClickInsideTogglesTheCheckAndTheFrameButDraggingOffDoesNo
     EXPECT_EQ(nullptr, m_pMgr->GetCapture());
 }
 
-TEST_F(CheckScene, ADisabledBoxReportsAReleaseInsideButKeepsItsValue)
+// Disabled by the window's enabled state or greyed by the host's look state 3: a release
+// inside is reported, the value stays.
+TEST_F(CheckScene, ADisabledOrGreyedBoxReportsAReleaseInsideButKeepsItsValue)
 {
     OpenWithMouseIn();
     m_pCheck->SetCheck(TRUE);
-    m_pCheck->EnableWindow(FALSE);
-    m_pCheck->SendMessage(WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(150, 120));
-    m_pCheck->SendMessage(WM_LBUTTONUP, 0, MAKELPARAM(150, 120));
-    EXPECT_TRUE(m_pCheck->GetCheck());
-    EXPECT_EQ(kOneClick, m_dialog.notices);
-    EXPECT_EQ("img/f3.png", Look());
-    m_pCheck->EnableWindow(TRUE);
-    EXPECT_EQ("img/f1.png", Look());
+    const std::vector<std::pair<const char*, std::function<void(bool)>>> ways = {
+        {"EnableWindow", [&](bool bOff) { m_pCheck->EnableWindow(!bOff); }},
+        {"SetCtrlState", [&](bool bOff) { m_pCheck->SetCtrlState(bOff ? 3 : 1); }},
+    };
+    for (const auto& way : ways)
+    {
+        m_dialog.notices.clear();
+        way.second(true);
+        m_pCheck->SendMessage(WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(150, 120));
+        m_pCheck->SendMessage(WM_LBUTTONUP, 0, MAKELPARAM(150, 120));
+        EXPECT_TRUE(m_pCheck->GetCheck()) << way.first;
+        EXPECT_EQ(kOneClick, m_dialog.notices) << way.first;
+        EXPECT_EQ("img/f3.png", Look()) << way.first;
+        way.second(false);
+        EXPECT_EQ("img/f1.png", Look()) << way.first;
+    }
 }
 
 // Look state 3 is also the hover look of an unchecked box, which must not block

@@ -219,7 +219,8 @@ BOOL CQzSlider::Show()
     return 1;
 }
 
-// The look state's frame, centred across the track at the thumb's place along it. A thumb
+// The look state's frame (modulo the section's frames, so that a one-frame thumb stays on hover
+// and while dragged), centred across the track at the thumb's place along it. A thumb
 // length not configured is learnt from the frame: the horizontal one first, the vertical one on
 // a later frame once the horizontal one is known.
 void CQzSlider::DrawThumb()
@@ -229,9 +230,13 @@ void CQzSlider::DrawThumb()
     if (!pszSection ||
         !QzPlatform::GetAniStore()->LoadAni(handle, QzPlatform::kControlAniFile, pszSection))
         return;
+    const int nFrameCount = handle.GetFrameCount();
+    if (nFrameCount <= 0)
+        return;
+    const int nFrame = m_wState % nFrameCount;
     int nFrameWidth = 0;
     int nFrameHeight = 0;
-    handle.GetFrameSize(m_wState, nFrameWidth, nFrameHeight);
+    handle.GetFrameSize(nFrame, nFrameWidth, nFrameHeight);
     if (m_nBtnLenH == 0)
         m_nBtnLenH = nFrameWidth;
     else if (m_nBtnLenV == 0)
@@ -245,7 +250,7 @@ void CQzSlider::DrawThumb()
         y = m_rcWindow.top + std::max<int64_t>(0, nHeight / 2 - nFrameHeight / 2);
     else
         x = m_rcWindow.left + std::max<int64_t>(0, nWidth / 2 - nFrameWidth / 2);
-    handle.Draw(m_wState, ToInt(x), ToInt(y));
+    handle.Draw(nFrame, ToInt(x), ToInt(y));
 }
 
 } // namespace QzGui

@@ -1,9 +1,8 @@
 // The host of the control tests: a temp data root whose section "Look" has one
-// 10 x 10 frame per look state (img/f0.png .. img/f4.png), a manager on the
-// harness's main window, dialog 300 at (100, 100)-(500, 400) that records its
-// WM_COMMANDs and runs map handlers, and the extended records of an auto-built
-// dialog 60 with a button 1, an image 2, statics 3 and 4 (type 20) and an edit
-// record 5, which makes nothing.
+// 10 x 10 frame per look state (img/f0.png .. img/f4.png) and "OneFrame" just the first, a manager
+// on the harness's main window, dialog 300 at (100, 100)-(500, 400) that records its WM_COMMANDs
+// and runs map handlers, and the extended records of an auto-built dialog 60 with a button 1, an
+// image 2, statics 3 and 4 (type 20) and an edit record 5, which makes nothing.
 #pragma once
 
 #include "support/GuiScene.h"
@@ -84,7 +83,8 @@ protected:
                                        "[60-5]\ntype=3\nx=10\ny=130\nw=80\nh=20\n"},
                     {"ani/Control.ani", "[Look]\nFrameAmount=5\nFrame0=img/f0.png\n"
                                         "Frame1=img/f1.png\nFrame2=img/f2.png\n"
-                                        "Frame3=img/f3.png\nFrame4=img/f4.png\n"}})
+                                        "Frame3=img/f3.png\nFrame4=img/f4.png\n"
+                                        "[OneFrame]\nFrameAmount=1\nFrame0=img/f0.png\n"}})
     {
         for (int i = 0; i < 5; ++i)
             m_harness.Device().DefineTexture("img/f" + std::to_string(i) + ".png", 10, 10);

@@ -95,6 +95,23 @@ TEST_F(SliderScene, AClickCentresTheThumbOnThePointAndADragFollowsTheMouseWithin
     EXPECT_EQ(expected, m_target.got);
 }
 
+TEST_F(SliderScene, AThumbWithFewerFramesThanLookStatesIsDrawnInEveryState)
+{
+    Add(9, QZ_SLIDER_HORZ, {10, 10, 120, 30}, "10");
+    m_pRecord->SetAniSection("OneFrame");
+    Open();
+    for (WORD wState = 0; wState < 5; ++wState)
+    {
+        static_cast<CQzSlider*>(m_ctrls.back().get())->SetCtrlState(wState);
+        EXPECT_EQ((std::vector<std::string>{"img/f0.png"}), Frame()) << wState;
+    }
+    m_harness.MouseMove(115, 120); // hovered and dragged, the one frame stays
+    m_harness.LButtonDown(115, 120);
+    m_harness.MouseMove(150, 120);
+    EXPECT_EQ((std::vector<std::string>{"img/f0.png"}), Frame());
+    m_harness.LButtonUp(150, 120);
+}
+
 TEST_F(SliderScene, NoRangeNoTrackOrHostileLengthsClampInsteadOfOverflowing)
 {
     CQzSlider* sliders[] = {Add(11, QZ_SLIDER_HORZ, {10, 10, 120, 30}, "10", 0),

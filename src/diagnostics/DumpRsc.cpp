@@ -8,8 +8,8 @@
 #include <cstdarg>
 #include <cstdio>
 
-using QzGui::CQzByteCursor;
 using QzGui::CQzPeResourceReader;
+using QzGui::CQzByteCursor;
 
 namespace
 {
@@ -261,12 +261,12 @@ BOOL CDumpRsc::ReadModule(HMODULE hModule)
                                FILE_ATTRIBUTE_NORMAL, nullptr);
     if (hFile == INVALID_HANDLE_VALUE)
         return FALSE;
-    const BOOL bRead = ReadMappedFile(hFile);
+    const BOOL bRead = ReadMappedFile(hFile, szPath);
     CloseHandle(hFile);
     return bRead;
 }
 
-BOOL CDumpRsc::ReadMappedFile(HANDLE hFile)
+BOOL CDumpRsc::ReadMappedFile(HANDLE hFile, const char* pszPath)
 {
     DWORD nSizeHigh = 0;
     const DWORD nSizeLow = GetFileSize(hFile, &nSizeHigh);
@@ -280,46 +280,69 @@ BOOL CDumpRsc::ReadMappedFile(HANDLE hFile)
     BOOL bRead = FALSE;
     if (pView)
     {
-        bRead = ReadImage(static_cast<const BYTE*>(pView), static_cast<size_t>(nSize));
+        bRead = ReadImage(static_cast<const BYTE*>(pView), static_cast<size_t>(nSize), pszPath);
         UnmapViewOfFile(pView);
     }
     CloseHandle(hMapping);
     return bRead;
 }
 
-BOOL CDumpRsc::ReadImage(const BYTE* pImage, size_t nSize)
+// Every template that reads whole becomes a record with its lines; a damaged one is skipped
+// with one log record, so that it costs no other window its record.
+BOOL CDumpRsc::ReadImage(const BYTE* pImage, size_t nSize, const char* pszPath)
 {
     CQzPeResourceReader reader(pImage, nSize);
     std::vector<CQzPeResourceReader::Entry> entries;
     if (!reader.Open() || !reader.ListType(kDialogResourceType, entries))
         return FALSE;
-    std::vector<DialogRscInfo> dialogs(entries.size());
+    m_vecDialogs.clear();
     m_vecTrace.clear();
     for (size_t i = 0; i < entries.size(); ++i)
     {
-        const CQzPeResourceReader::Entry& entry = entries[i];
-        DialogRscInfo& record = dialogs[i];
-        if (entry.bNamed)
+        DialogRscInfo record;
+        const size_t nTraceMark = m_vecTrace.size();
+        if (!ReadTemplate(entries[i], record))
         {
-            record.text = ToAnsi(entry.strName);
-            Trace("Dialog name: %s\n", record.text.c_str());
+            m_vecTrace.resize(nTraceMark);
+            ReportDamaged(pszPath, entries[i], i);
+            continue;
         }
-        else
-        {
-            record.id = entry.nId;
-            Trace("Dialog id: %u\n", record.id);
-        }
-        if (!DumpDialog(entry.data, record))
-        {
-            m_vecTrace.clear();
-            return FALSE;
-        }
+        m_vecDialogs.push_back(std::move(record));
     }
-    m_vecDialogs = std::move(dialogs);
     for (const std::string& line : m_vecTrace)
         DumpTrace("%s", line.c_str());
     m_vecTrace.clear();
     return TRUE;
+}
+
+bool CDumpRsc::ReadTemplate(const CQzPeResourceReader::Entry& entry, DialogRscInfo& record)
+{
+    if (entry.bDamaged)
+        return false;
+    if (entry.bNamed)
+    {
+        record.text = ToAnsi(entry.strName);
+        Trace("Dialog name: %s\n", record.text.c_str());
+    }
+    else
+    {
+        record.id = entry.nId;
+        Trace("Dialog id: %u\n", record.id);
+    }
+    return DumpDialog(entry.data, record);
+}
+
+// Names the template by its id or name; by its place in the directory when its name could not be
+// read.
+void CDumpRsc::ReportDamaged(const char* pszPath, const CQzPeResourceReader::Entry& entry,
+                             size_t nIndex)
+{
+    std::string name = entry.bNamed ? ToAnsi(entry.strName) : std::to_string(entry.nId);
+    if (name.empty())
+        name = "entry " + std::to_string(nIndex + 1);
+    QzPlatform::LogEvent(
+        "damaged dialog template", "DumpRsc", __LINE__,
+        {QzPlatform::LogText("module", pszPath), QzPlatform::LogText("dialog", name.c_str())});
 }
 
 bool CDumpRsc::DumpDialog(CQzByteCursor cursor, DialogRscInfo& record)

@@ -3,22 +3,20 @@
 // and item as text lines through DumpTrace. The layout manager finds templates by identifier
 // to generate the records of windows that no layout file configures.
 //
-// A module file that is not a PE file, is damaged or lies about its offsets and counts gives no
-// records and no lines: the file is read whole or not at all.
+// A module file that is not a PE file, or whose resource directory is damaged, gives no records
+// and no lines. A damaged template (cut short, offsets outside the file) is skipped with a
+// "damaged dialog template" log record naming the module and the template; the others are read.
+// A template is described whole or not at all.
 #pragma once
 
 #include "diagnostics/DialogRscInfo.h"
+#include "diagnostics/QzPeResourceReader.h"
 #include "platform/services/QzText.h"
 #include "platform/system/QzSystem.h"
 
 #include <cstdint>
 #include <string>
 #include <vector>
-
-namespace QzGui
-{
-class CQzByteCursor;
-} // namespace QzGui
 
 class CDumpRsc
 {
@@ -63,8 +61,11 @@ public:
 
 private:
     BOOL ReadModule(HMODULE hModule);
-    BOOL ReadMappedFile(HANDLE hFile);
-    BOOL ReadImage(const BYTE* pImage, size_t nSize);
+    BOOL ReadMappedFile(HANDLE hFile, const char* pszPath);
+    BOOL ReadImage(const BYTE* pImage, size_t nSize, const char* pszPath);
+    bool ReadTemplate(const QzGui::CQzPeResourceReader::Entry& entry, DialogRscInfo& record);
+    static void ReportDamaged(const char* pszPath, const QzGui::CQzPeResourceReader::Entry& entry,
+                              size_t nIndex);
     bool DumpDialog(QzGui::CQzByteCursor cursor, DialogRscInfo& record);
     bool DumpItem(QzGui::CQzByteCursor& cursor, bool bExtended, DialogItemInfo& item);
     void DumpItemClass(QzGui::CQzByteCursor& cursor, DialogItemInfo& item);

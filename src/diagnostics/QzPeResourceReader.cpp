@@ -154,13 +154,11 @@ bool CQzPeResourceReader::ListType(WORD nType, std::vector<Entry>& entries) cons
     std::vector<DirectoryEntry> names;
     if (!(type->nOffset & kHighBit) || !ReadDirectory(type->nOffset & ~kHighBit, names))
         return false;
-    if (ReadEntries(names, entries))
-        return true;
-    entries.clear();
-    return false;
+    ReadEntries(names, entries);
+    return true;
 }
 
-bool CQzPeResourceReader::ReadEntries(const std::vector<DirectoryEntry>& names,
+void CQzPeResourceReader::ReadEntries(const std::vector<DirectoryEntry>& names,
                                       std::vector<Entry>& entries) const
 {
     entries.resize(names.size());
@@ -169,13 +167,12 @@ bool CQzPeResourceReader::ReadEntries(const std::vector<DirectoryEntry>& names,
     size_t nTotal = 0;
     for (size_t i = 0; i < names.size(); ++i)
     {
-        if (!ReadEntry(names[i], entries[i]))
-            return false;
-        nTotal += entries[i].data.Size();
-        if (nTotal > m_file.Size())
-            return false;
+        Entry& entry = entries[i];
+        entry.bDamaged = !ReadEntry(names[i], entry) || entry.data.Size() > m_file.Size() - nTotal;
+        if (entry.bDamaged)
+            entry.data = CQzByteCursor();
+        nTotal += entry.data.Size();
     }
-    return true;
 }
 
 bool CQzPeResourceReader::ReadDirectory(DWORD nOffset, std::vector<DirectoryEntry>& entries) const

@@ -24,6 +24,9 @@ public:
         DWORD nId = 0;          // numeric identifier; 0 for a named resource
         std::u16string strName; // the name of a named resource (UTF-16), cut at 255 units
         CQzByteCursor data;     // the resource data, inside the file
+        // The entry's name, language directory or data lies outside the file or is not where
+        // its level puts it; bNamed and nId say what could be read of it.
+        bool bDamaged = false;
     };
 
     CQzPeResourceReader(const BYTE* pFile, size_t nSize);
@@ -32,9 +35,9 @@ public:
     // file, or whose resource directory lies outside every section.
     bool Open();
     // The entries of one resource type in directory order; none when the file has no such
-    // type. False when the directory, a name or a data entry of that type lies outside the
-    // file, or an entry is not where its level puts it (a subdirectory where data should be,
-    // or the other way round).
+    // type. False when the type's directory lies outside the file or is no directory. An entry
+    // whose name, language or data cannot be read, or whose data would take the entries of
+    // the type past the size of the file, comes out damaged; the others are read.
     bool ListType(WORD nType, std::vector<Entry>& entries) const;
 
 private:
@@ -62,7 +65,7 @@ private:
     // The file offset of nSize bytes at the address, when one section's raw data holds them.
     bool MapRva(DWORD nRva, DWORD nSize, size_t* pOffset) const;
     bool ReadDirectory(DWORD nOffset, std::vector<DirectoryEntry>& entries) const;
-    bool ReadEntries(const std::vector<DirectoryEntry>& names, std::vector<Entry>& entries) const;
+    void ReadEntries(const std::vector<DirectoryEntry>& names, std::vector<Entry>& entries) const;
     bool ReadEntry(const DirectoryEntry& nameEntry, Entry& entry) const;
     bool ReadName(DWORD nOffset, std::u16string& name) const;
     bool ReadFirstLanguage(DWORD nDirectory, CQzByteCursor& data) const;

@@ -1,8 +1,10 @@
 // Damaged and hostile variants of a good module: cut at every length, offsets pointing
 // outside, huge counts, loops and shared data in the resource directory, random bytes. None is
-// read past its end (the sanitizer build watches); all but harmless changes give no records and
-// no lines.
+// read past its end (the sanitizer build watches). Damage to the headers or the directory of
+// templates gives no records and no lines; a damaged template is skipped with a log record and
+// costs the others nothing.
 #include "PeImage.h"
+#include "TemplateWriter.h"
 #include "TraceCapture.h"
 
 #include "diagnostics/DumpRsc.h"
@@ -29,7 +31,12 @@ struct ReadResult
     BOOL bRead = FALSE;
     size_t nDialogs = 0;
     std::string trace;
+    // The "dialog" field of every "damaged dialog template" record.
+    std::vector<std::string> damaged;
 };
+
+// The good module's templates in directory order, as the damage records name them.
+const std::vector<std::string> kLabels = {"ABOUT", "SETTINGS", "101", "102", "201"};
 
 } // namespace
 
@@ -49,9 +56,18 @@ protected:
         CDumpRsc dump;
         ReadResult result;
         m_trace.Clear();
+        m_trace.Log().Clear();
         result.bRead = dump.LoadDialogs(hModule);
         result.nDialogs = dump.GetDialogs().size();
         result.trace = m_trace.Text();
+        for (const QzPlatform::LogRecord& record : m_trace.Log().Records())
+        {
+            if (record.message != "damaged dialog template")
+                continue;
+            EXPECT_EQ("hostile.dll",
+                      record.Get("module").substr(record.Get("module").rfind('/') + 1));
+            result.damaged.push_back(record.Get("dialog"));
+        }
         FreeLibrary(hModule);
         return result;
     }
@@ -61,16 +77,47 @@ protected:
         EXPECT_EQ(0u, result.nDialogs) << what;
         EXPECT_EQ("", result.trace) << what;
     }
-    // Each change of the good module, on its own, leaves nothing read.
-    using Patch = std::pair<const char*, std::function<void(PeImage&)>>;
-    void ExpectEachReadsNothing(const std::vector<Patch>& patches)
+    // A change of the good module, on its own, and the templates it damages; none: the module
+    // is not read at all.
+    struct Patch
+    {
+        const char* what;
+        std::function<void(PeImage&)> apply;
+        std::vector<std::string> damaged;
+    };
+    void ExpectEach(const std::vector<Patch>& patches)
     {
         for (const Patch& patch : patches)
         {
             PeImage image = m_good;
-            patch.second(image);
-            ExpectNothing(Read(image), patch.first);
+            patch.apply(image);
+            const ReadResult result = Read(image);
+            if (patch.damaged.empty())
+            {
+                ExpectNothing(result, patch.what);
+                continue;
+            }
+            EXPECT_TRUE(result.bRead) << patch.what;
+            EXPECT_EQ(patch.damaged, result.damaged) << patch.what;
+            EXPECT_EQ(kLabels.size() - patch.damaged.size(), result.nDialogs) << patch.what;
+            EXPECT_EQ(TraceWithout(patch.damaged), result.trace) << patch.what;
         }
+    }
+    // The good module's description less the templates named.
+    std::string TraceWithout(const std::vector<std::string>& damaged) const
+    {
+        std::string trace;
+        for (size_t at = 0, index = 0; at < m_full.trace.size(); ++index)
+        {
+            size_t next = m_full.trace.find("\nDialog ", at);
+            next = next == std::string::npos ? m_full.trace.size() : next + 1;
+            const std::string byPlace = "entry " + std::to_string(index + 1);
+            if (std::find(damaged.begin(), damaged.end(), kLabels[index]) == damaged.end() &&
+                std::find(damaged.begin(), damaged.end(), byPlace) == damaged.end())
+                trace += m_full.trace.substr(at, next - at);
+            at = next;
+        }
+        return trace;
     }
 
     QzTest::TempDataDir m_data;
@@ -79,43 +126,72 @@ protected:
     ReadResult m_full;
 };
 
-TEST_F(DumpRscHostileTest, CutAtAnyLengthGivesNothingOrEverything)
+// A cut inside the templates loses only the templates it cuts.
+TEST_F(DumpRscHostileTest, CutAtAnyLengthLosesOnlyWhatIsCut)
 {
     QZ_REQUIRE_DIALOG_FIXTURE(QzTest::DialogFixturePath("dialogs64.dll"));
     ASSERT_EQ(5u, m_full.nDialogs);
-    const size_t nTemplatesEnd =
-        m_good.DialogTemplate(4) + m_good.Dword(m_good.DialogDataEntry(4) + 4);
+    std::vector<size_t> ends;
+    for (size_t i = 0; i < kLabels.size(); ++i)
+        ends.push_back(m_good.DialogTemplate(i) + m_good.Dword(m_good.DialogDataEntry(i) + 4));
+    const size_t nFirstTemplate = m_good.DialogTemplate(0);
+    size_t nPartial = 0;
     // Every fifth length: all residues of the 4-byte alignment of the structures come up.
     for (size_t length = 0; length < m_good.bytes.size(); length += 5)
     {
         PeImage cut = m_good;
         cut.bytes.resize(length);
         const ReadResult result = Read(cut);
-        if (length < nTemplatesEnd)
-            ExpectNothing(result, "cut at " + std::to_string(length));
-        else
-            EXPECT_EQ(m_full.trace, result.trace) << "cut at " << length;
+        const std::string what = "cut at " + std::to_string(length);
+        if (!result.bRead)
+        {
+            EXPECT_LT(length, nFirstTemplate) << what;
+            ExpectNothing(result, what);
+            continue;
+        }
+        std::vector<std::string> damaged;
+        for (size_t i = 0; i < kLabels.size(); ++i)
+        {
+            if (ends[i] > length)
+                damaged.push_back(kLabels[i]);
+        }
+        // A cut before the names' strings names the templates by their places.
+        ASSERT_EQ(damaged.size(), result.damaged.size()) << what;
+        for (size_t i = 0; i < damaged.size(); ++i)
+        {
+            if (result.damaged[i].rfind("entry ", 0) != 0)
+                EXPECT_EQ(damaged[i], result.damaged[i]) << what;
+        }
+        EXPECT_EQ(TraceWithout(damaged), result.trace) << what;
+        nPartial += !damaged.empty() && damaged.size() < kLabels.size() ? 1 : 0;
     }
+    EXPECT_GT(nPartial, 0u);
 }
 
 TEST_F(DumpRscHostileTest, OffsetsPointingOutsideTheFile)
 {
     QZ_REQUIRE_DIALOG_FIXTURE(QzTest::DialogFixturePath("dialogs64.dll"));
     const uint32_t out = 0x7FFFFFF0;
-    ExpectEachReadsNothing({
-        {"PE header", [&](PeImage& image) { image.SetDword(0x3C, out); }},
+    ExpectEach({
+        {"PE header", [&](PeImage& image) { image.SetDword(0x3C, out); }, {}},
         {"resource directory address",
-         [&](PeImage& image) { image.SetDword(image.ResourceDataDirectory(), out); }},
+         [&](PeImage& image) { image.SetDword(image.ResourceDataDirectory(), out); },
+         {}},
         {"section raw data offset",
-         [&](PeImage& image) { image.SetDword(image.ResourceSection() + 20, 0xFFFFFE00); }},
+         [&](PeImage& image) { image.SetDword(image.ResourceSection() + 20, 0xFFFFFE00); },
+         {}},
         {"name string",
-         [&](PeImage& image) { image.SetDword(image.DialogNameEntry(0), 0x80000000 | out); }},
+         [&](PeImage& image) { image.SetDword(image.DialogNameEntry(0), 0x80000000 | out); },
+         {"entry 1"}},
         {"language directory",
-         [&](PeImage& image) { image.SetDword(image.DialogNameEntry(2) + 4, 0x80000000 | out); }},
+         [&](PeImage& image) { image.SetDword(image.DialogNameEntry(2) + 4, 0x80000000 | out); },
+         {"101"}},
         {"template address",
-         [&](PeImage& image) { image.SetDword(image.DialogDataEntry(3), out); }},
+         [&](PeImage& image) { image.SetDword(image.DialogDataEntry(3), out); },
+         {"102"}},
         {"template size",
-         [&](PeImage& image) { image.SetDword(image.DialogDataEntry(3) + 4, out); }},
+         [&](PeImage& image) { image.SetDword(image.DialogDataEntry(3) + 4, out); },
+         {"102"}},
     });
 }
 
@@ -124,16 +200,24 @@ TEST_F(DumpRscHostileTest, HugeCounts)
     QZ_REQUIRE_DIALOG_FIXTURE(QzTest::DialogFixturePath("dialogs64.dll"));
     const auto nameOf = [](const PeImage& image, size_t index)
     { return image.ResourceRoot() + (image.Dword(image.DialogNameEntry(index)) & 0x7FFFFFFF); };
-    ExpectEachReadsNothing({
-        {"type entries", [](PeImage& image) { image.SetWord(image.ResourceRoot() + 14, 0xFFFF); }},
+    ExpectEach({
+        {"type entries",
+         [](PeImage& image) { image.SetWord(image.ResourceRoot() + 14, 0xFFFF); },
+         {}},
         {"name entries",
-         [](PeImage& image) { image.SetDword(image.DialogNames() + 12, 0xFFFFFFFF); }},
-        {"name length", [&](PeImage& image) { image.SetWord(nameOf(image, 0), 0xFFFF); }},
+         [](PeImage& image) { image.SetDword(image.DialogNames() + 12, 0xFFFFFFFF); },
+         {}},
+        {"name length",
+         [&](PeImage& image) { image.SetWord(nameOf(image, 0), 0xFFFF); },
+         {"entry 1"}},
         // Dialog 101 is a plain template: its item count follows style and extended style.
-        {"item count", [](PeImage& image) { image.SetWord(image.DialogTemplate(2) + 8, 0xFFFF); }},
+        {"item count",
+         [](PeImage& image) { image.SetWord(image.DialogTemplate(2) + 8, 0xFFFF); },
+         {"101"}},
         // The extended dialog 201: its item count follows version, signature, help id and styles.
         {"extended item count",
-         [](PeImage& image) { image.SetWord(image.DialogTemplate(4) + 16, 0xFFFF); }},
+         [](PeImage& image) { image.SetWord(image.DialogTemplate(4) + 16, 0xFFFF); },
+         {"201"}},
     });
 }
 
@@ -148,33 +232,62 @@ TEST_F(DumpRscHostileTest, LoopsAndSharingInTheResourceDirectory)
                 return at;
         }
     };
-    ExpectEachReadsNothing({
-        {"type directory is the root",
-         [&](PeImage& image) { image.SetDword(typeEntry(image) + 4, 0x80000000); }},
-        {"language directory is the name directory", [&](PeImage& image)
-         { image.SetDword(image.DialogNameEntry(2) + 4, image.Dword(typeEntry(image) + 4)); }},
+    ExpectEach({
+        {"language directory is the name directory",
+         [&](PeImage& image)
+         { image.SetDword(image.DialogNameEntry(2) + 4, image.Dword(typeEntry(image) + 4)); },
+         {"101"}},
         {"language directory is the root",
-         [](PeImage& image) { image.SetDword(image.DialogNameEntry(2) + 4, 0x80000000); }},
-        // Every name shares one language whose data is the whole resource section: together
-        // they would describe more bytes than the file has.
-        {"names sharing the whole section",
-         [](PeImage& image)
-         {
-             const size_t section = image.ResourceSection();
-             image.SetDword(image.DialogDataEntry(0), image.Dword(section + 12));
-             image.SetDword(image.DialogDataEntry(0) + 4, image.Dword(section + 16));
-             const uint32_t language = image.Dword(image.DialogNameEntry(0) + 4);
-             for (size_t i = 1; i < 5; ++i)
-                 image.SetDword(image.DialogNameEntry(i) + 4, language);
-         }},
+         [](PeImage& image) { image.SetDword(image.DialogNameEntry(2) + 4, 0x80000000); },
+         {"101"}},
         // A name always leads to a directory; without the flag its offset is not one.
         {"name entry without its directory flag",
          [](PeImage& image)
          {
              const size_t at = image.DialogNameEntry(2) + 4;
              image.SetDword(at, image.Dword(at) & 0x7FFFFFFF);
-         }},
+         },
+         {"101"}},
     });
+
+    // The type directory is the root: its entries lead to no templates at all.
+    PeImage looped = m_good;
+    looped.SetDword(typeEntry(looped) + 4, 0x80000000);
+    const ReadResult result = Read(looped);
+    EXPECT_EQ(0u, result.nDialogs);
+    EXPECT_EQ("", result.trace);
+
+    // Every name shares one language whose data is the whole resource section: the templates
+    // read may together take no more bytes than the file has, the others are damaged.
+    PeImage shared = m_good;
+    const size_t section = shared.ResourceSection();
+    shared.SetDword(shared.DialogDataEntry(0), shared.Dword(section + 12));
+    shared.SetDword(shared.DialogDataEntry(0) + 4, shared.Dword(section + 16));
+    const uint32_t language = shared.Dword(shared.DialogNameEntry(0) + 4);
+    for (size_t i = 1; i < 5; ++i)
+        shared.SetDword(shared.DialogNameEntry(i) + 4, language);
+    const ReadResult sharing = Read(shared);
+    EXPECT_LE(sharing.nDialogs, shared.bytes.size() / shared.Dword(section + 16));
+    EXPECT_EQ(5u, sharing.nDialogs + sharing.damaged.size());
+    EXPECT_FALSE(sharing.damaged.empty());
+}
+
+// One template cut short between two good ones: the good ones are read and found, the cut one
+// is reported once, by its id and module.
+TEST_F(DumpRscHostileTest, ACutTemplateBetweenTwoGoodOnesCostsThemNothing)
+{
+    const std::string good = TemplateWriter().PlainHeader(0, 0, 10, 10, "good").Bytes();
+    TemplateWriter cut; // two items announced, the first one ends halfway
+    cut.PlainHeader(0x10000000, 2, 100, 100).PlainItem(1, 1, 1, 0x80, "");
+    const std::string cutBytes = cut.Bytes().substr(0, cut.Bytes().size() - 6);
+
+    const ReadResult result = Read(PeImage::Build({{7, good}, {8, cutBytes}, {9, good}}));
+
+    EXPECT_TRUE(result.bRead);
+    EXPECT_EQ(2u, result.nDialogs);
+    EXPECT_EQ(std::vector<std::string>{"8"}, result.damaged);
+    EXPECT_EQ(std::string::npos, result.trace.find("Dialog id: 8"));
+    EXPECT_NE(std::string::npos, result.trace.find("Dialog id: 9"));
 }
 
 // Random bytes over the resource section: whatever the result, nothing is read outside.

@@ -1,7 +1,8 @@
 // qzgui-mkimages OUTDIR: draws every image of the sample bundle with cairo and writes it as a
 // PNG file under OUTDIR/images/. No text and no fonts are drawn, so the same cairo gives the
 // same bytes on every run and every machine.
-#include <cairo.h>
+#include "CollectionImages.h"
+#include "ImageKit.h"
 
 #include <cmath>
 #include <cstdint>
@@ -14,124 +15,7 @@
 namespace
 {
 
-const double kPi = 3.14159265358979323846;
-
-// The palette of the sample skin.
-const uint32_t kSkinFill = 0xFF2B3445;   // dark blue-grey
-const uint32_t kSkinTitle = 0xFF3A4760;  // top band of dialogs
-const uint32_t kSkinBorder = 0xFFA8B8D0; // light border
-const uint32_t kSkinShade = 0xFF161B24;  // inner dark line
-const uint32_t kButtonFace = 0xFF46587A;
-const uint32_t kButtonHover = 0xFF5A7099;
-const uint32_t kButtonPressed = 0xFF34425C;
-const uint32_t kDisabledFace = 0xFF4A4D52;
-const uint32_t kDisabledEdge = 0xFF6E7278;
-const uint32_t kHighlight = 0xFFDCE6F5;
-const uint32_t kCheckMark = 0xFF7CE07C;
-
-std::string g_strImageDir;
-bool g_bFailed = false;
-
-// ---------------------------------------------------------------------------------------------
-// Drawing helpers
-
-void SetColor(cairo_t* cr, uint32_t argb)
-{
-    cairo_set_source_rgba(cr, ((argb >> 16) & 0xFF) / 255.0, ((argb >> 8) & 0xFF) / 255.0,
-                          (argb & 0xFF) / 255.0, (argb >> 24) / 255.0);
-}
-
-void FillRect(cairo_t* cr, double x, double y, double width, double height, uint32_t argb)
-{
-    SetColor(cr, argb);
-    cairo_rectangle(cr, x, y, width, height);
-    cairo_fill(cr);
-}
-
-// A 1-pixel outline through the centres of the border pixels of (x, y, width, height).
-void OutlineRect(cairo_t* cr, double x, double y, double width, double height, uint32_t argb)
-{
-    SetColor(cr, argb);
-    cairo_set_line_width(cr, 1.0);
-    cairo_rectangle(cr, x + 0.5, y + 0.5, width - 1, height - 1);
-    cairo_stroke(cr);
-}
-
-void RoundedRectPath(cairo_t* cr, double x, double y, double width, double height, double radius)
-{
-    cairo_new_sub_path(cr);
-    cairo_arc(cr, x + width - radius, y + radius, radius, -kPi / 2, 0);
-    cairo_arc(cr, x + width - radius, y + height - radius, radius, 0, kPi / 2);
-    cairo_arc(cr, x + radius, y + height - radius, radius, kPi / 2, kPi);
-    cairo_arc(cr, x + radius, y + radius, radius, kPi, 3 * kPi / 2);
-    cairo_close_path(cr);
-}
-
-// A vertical gradient from `top` to `bottom` as the source.
-void SetVerticalGradient(cairo_t* cr, double y0, double y1, uint32_t top, uint32_t bottom)
-{
-    cairo_pattern_t* pattern = cairo_pattern_create_linear(0, y0, 0, y1);
-    for (const auto& stop : {std::make_pair(0.0, top), std::make_pair(1.0, bottom)})
-        cairo_pattern_add_color_stop_rgba(pattern, stop.first, ((stop.second >> 16) & 0xFF) / 255.0,
-                                          ((stop.second >> 8) & 0xFF) / 255.0,
-                                          (stop.second & 0xFF) / 255.0,
-                                          (stop.second >> 24) / 255.0);
-    cairo_set_source(cr, pattern);
-    cairo_pattern_destroy(pattern);
-}
-
-// Mixes two colours: weight 0 gives a, 1 gives b.
-uint32_t Mix(uint32_t a, uint32_t b, double weight)
-{
-    uint32_t result = 0;
-    for (int shift = 0; shift < 32; shift += 8)
-    {
-        const double channelA = (a >> shift) & 0xFF;
-        const double channelB = (b >> shift) & 0xFF;
-        result |= uint32_t(std::lround(channelA + (channelB - channelA) * weight)) << shift;
-    }
-    return result;
-}
-
-// Raised (or, when sunken, pressed) 1-pixel bevel inside (x, y, width, height).
-void Bevel(cairo_t* cr, double x, double y, double width, double height, bool sunken)
-{
-    const uint32_t light = 0x90FFFFFF;
-    const uint32_t dark = 0x90000000;
-    FillRect(cr, x + 1, y + 1, width - 2, 1, sunken ? dark : light);
-    FillRect(cr, x + 1, y + 2, 1, height - 3, sunken ? dark : light);
-    FillRect(cr, x + 1, y + height - 2, width - 2, 1, sunken ? light : dark);
-    FillRect(cr, x + width - 2, y + 1, 1, height - 3, sunken ? light : dark);
-}
-
-// Makes a transparent image, lets `draw` paint it and writes it as images/<name>.
-void MakeImage(const char* name, int width, int height, const std::function<void(cairo_t*)>& draw)
-{
-    cairo_surface_t* surface = cairo_image_surface_create(CAIRO_FORMAT_ARGB32, width, height);
-    cairo_t* cr = cairo_create(surface);
-    draw(cr);
-    cairo_destroy(cr);
-    const std::string path = g_strImageDir + "/" + name;
-    if (cairo_surface_write_to_png(surface, path.c_str()) != CAIRO_STATUS_SUCCESS)
-    {
-        std::fprintf(stderr, "qzgui-mkimages: cannot write %s\n", path.c_str());
-        g_bFailed = true;
-    }
-    cairo_surface_destroy(surface);
-}
-
-// Calls draw(cr, frame) once per frame, each frame translated to its own cell of a strip.
-void DrawFrames(cairo_t* cr, int frames, int frameWidth,
-                const std::function<void(cairo_t*, int)>& draw)
-{
-    for (int frame = 0; frame < frames; ++frame)
-    {
-        cairo_save(cr);
-        cairo_translate(cr, frame * frameWidth, 0);
-        draw(cr, frame);
-        cairo_restore(cr);
-    }
-}
+using namespace ImageKit;
 
 // ---------------------------------------------------------------------------------------------
 // The images
@@ -500,15 +384,16 @@ int main(int argc, char** argv)
                              "click regions to OUTDIR/ini/Rgn.dat.\n");
         return 2;
     }
-    g_strImageDir = std::string(argv[1]) + "/images";
+    const std::string imageDir = std::string(argv[1]) + "/images";
     std::error_code error;
-    std::filesystem::create_directories(g_strImageDir, error);
+    std::filesystem::create_directories(imageDir, error);
     if (error)
     {
-        std::fprintf(stderr, "qzgui-mkimages: cannot create %s: %s\n", g_strImageDir.c_str(),
+        std::fprintf(stderr, "qzgui-mkimages: cannot create %s: %s\n", imageDir.c_str(),
                      error.message().c_str());
         return 1;
     }
+    ImageKit::SetImageDir(imageDir);
     MakeDialogPieces();
     MakeButton();
     MakeCheckBox();
@@ -525,10 +410,11 @@ int main(int argc, char** argv)
     MakeScrollButton("scroll_down.png", false);
     MakeCursor();
     MakeTip();
+    MakeCollectionImages();
     if (!MakeClickRegions(argv[1]))
     {
         std::fprintf(stderr, "qzgui-mkimages: cannot write %s/ini/Rgn.dat\n", argv[1]);
-        g_bFailed = true;
+        return 1;
     }
-    return g_bFailed ? 1 : 0;
+    return ImageKit::Failed() ? 1 : 0;
 }

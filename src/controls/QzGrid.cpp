@@ -269,19 +269,9 @@ void CQzGrid::SetCellEnable(int nIndex, bool bEnable)
         m_bCellEnabled[nIndex] = bEnable;
 }
 
-void CQzGrid::SetCellEnable(int nCol, int nRow, bool bEnable)
-{
-    SetCellEnable(ValidIndex(nCol, nRow), bEnable);
-}
-
 bool CQzGrid::IsCellEnabled(int nIndex) const
 {
     return IsIndex(nIndex) && m_bCellEnabled[nIndex];
-}
-
-bool CQzGrid::IsCellEnabled(int nCol, int nRow) const
-{
-    return IsCellEnabled(ValidIndex(nCol, nRow));
 }
 
 void CQzGrid::SetCellVisible(int nIndex, bool bVisible, bool bAlsoEnable)
@@ -316,9 +306,7 @@ void CQzGrid::SetMaskAni(const char* pszName)
 // ---------------------------------------------------------------------------------------------
 // Effects
 
-// Fits the holder to a rectangle of the size, adds the part unless held, and plays it when
-// asked.
-void CQzGrid::LoadEffect(CGui3DEffect& effect, bool& bStopped, const char* pszName, bool bPlay,
+void CQzGrid::FitAndLoad(CGui3DEffect& effect, bool& bStopped, const char* pszName, bool bPlay,
                          int nWidth, int nHeight)
 {
     effect.SetRect({0, 0, nWidth, nHeight});
@@ -328,13 +316,35 @@ void CQzGrid::LoadEffect(CGui3DEffect& effect, bool& bStopped, const char* pszNa
         PlayOrStop(&effect, bStopped, pszName);
 }
 
-void CQzGrid::LoadCellEffect(QzCellEffectSlot& slot, const char* pszName, bool bPlay)
+QzCellEffectSlot* CQzGrid::Slot(CellEffectLayer& layer, int nIndex)
 {
-    if (!pszName || !*pszName)
+    return IsIndex(nIndex) ? &layer[nIndex] : nullptr;
+}
+
+const QzCellEffectSlot* CQzGrid::Slot(const CellEffectLayer& layer, int nIndex)
+{
+    return IsIndex(nIndex) ? &layer[nIndex] : nullptr;
+}
+
+void CQzGrid::LoadCellEffect(QzCellEffectSlot* pSlot, const char* pszName, bool bPlay)
+{
+    if (!pSlot || !pszName || !*pszName)
         return;
-    if (!slot.pEffect)
-        slot.pEffect = std::make_unique<CGui3DEffect>();
-    LoadEffect(*slot.pEffect, slot.bStopped, pszName, bPlay, CellPixelWidth(), CellPixelHeight());
+    if (!pSlot->pEffect)
+        pSlot->pEffect = std::make_unique<CGui3DEffect>();
+    FitAndLoad(*pSlot->pEffect, pSlot->bStopped, pszName, bPlay, CellPixelWidth(),
+               CellPixelHeight());
+}
+
+void CQzGrid::PlayCellEffect(QzCellEffectSlot* pSlot, const char* pszName)
+{
+    if (pSlot)
+        PlayOrStop(pSlot->pEffect.get(), pSlot->bStopped, pszName);
+}
+
+bool CQzGrid::HasCellEffect(const QzCellEffectSlot* pSlot, const char* pszName)
+{
+    return pSlot && HasEffect(pSlot->pEffect.get(), pszName);
 }
 
 void CQzGrid::PlayOrStop(CGui3DEffect* pEffect, bool& bStopped, const char* pszName)
@@ -356,88 +366,52 @@ bool CQzGrid::HasEffect(const CGui3DEffect* pEffect, const char* pszName)
 
 void CQzGrid::LoadCellFrontEffect(int nIndex, const char* pszName, bool bPlay)
 {
-    if (IsIndex(nIndex))
-        LoadCellEffect(m_CellFrontEffect[nIndex], pszName, bPlay);
-}
-
-void CQzGrid::LoadCellFrontEffect(int nCol, int nRow, const char* pszName, bool bPlay)
-{
-    LoadCellFrontEffect(ValidIndex(nCol, nRow), pszName, bPlay);
+    LoadCellEffect(Slot(m_CellFrontEffect, nIndex), pszName, bPlay);
 }
 
 void CQzGrid::LoadCellBackEffect(int nIndex, const char* pszName, bool bPlay)
 {
-    if (IsIndex(nIndex))
-        LoadCellEffect(m_CellBackEffect[nIndex], pszName, bPlay);
-}
-
-void CQzGrid::LoadCellBackEffect(int nCol, int nRow, const char* pszName, bool bPlay)
-{
-    LoadCellBackEffect(ValidIndex(nCol, nRow), pszName, bPlay);
+    LoadCellEffect(Slot(m_CellBackEffect, nIndex), pszName, bPlay);
 }
 
 bool CQzGrid::HasCellFrontEffect(int nIndex, const char* pszName) const
 {
-    return IsIndex(nIndex) && HasEffect(m_CellFrontEffect[nIndex].pEffect.get(), pszName);
-}
-
-bool CQzGrid::HasCellFrontEffect(int nCol, int nRow, const char* pszName) const
-{
-    return HasCellFrontEffect(ValidIndex(nCol, nRow), pszName);
+    return HasCellEffect(Slot(m_CellFrontEffect, nIndex), pszName);
 }
 
 bool CQzGrid::HasCellBackEffect(int nIndex, const char* pszName) const
 {
-    return IsIndex(nIndex) && HasEffect(m_CellBackEffect[nIndex].pEffect.get(), pszName);
-}
-
-bool CQzGrid::HasCellBackEffect(int nCol, int nRow, const char* pszName) const
-{
-    return HasCellBackEffect(ValidIndex(nCol, nRow), pszName);
+    return HasCellEffect(Slot(m_CellBackEffect, nIndex), pszName);
 }
 
 void CQzGrid::PlayCellFrontEffect(int nIndex, const char* pszName)
 {
-    if (!IsIndex(nIndex))
-        return;
-    QzCellEffectSlot& slot = m_CellFrontEffect[nIndex];
-    PlayOrStop(slot.pEffect.get(), slot.bStopped, pszName);
-}
-
-void CQzGrid::PlayCellFrontEffect(int nCol, int nRow, const char* pszName)
-{
-    PlayCellFrontEffect(ValidIndex(nCol, nRow), pszName);
+    PlayCellEffect(Slot(m_CellFrontEffect, nIndex), pszName);
 }
 
 void CQzGrid::PlayCellBackEffect(int nIndex, const char* pszName)
 {
-    if (!IsIndex(nIndex))
-        return;
-    QzCellEffectSlot& slot = m_CellBackEffect[nIndex];
-    PlayOrStop(slot.pEffect.get(), slot.bStopped, pszName);
-}
-
-void CQzGrid::PlayCellBackEffect(int nCol, int nRow, const char* pszName)
-{
-    PlayCellBackEffect(ValidIndex(nCol, nRow), pszName);
+    PlayCellEffect(Slot(m_CellBackEffect, nIndex), pszName);
 }
 
 void CQzGrid::LoadGridFrontEffect(const char* pszName, bool bPlay)
 {
-    if (!pszName || !*pszName)
-        return;
-    if (!m_pFrontEffect)
-        m_pFrontEffect = new CGui3DEffect;
-    LoadEffect(*m_pFrontEffect, m_bFrontStopped, pszName, bPlay, m_nGridWidth, m_nGridHeight);
+    LoadGridEffect(m_pFrontEffect, m_bFrontStopped, pszName, bPlay);
 }
 
 void CQzGrid::LoadGridBackEffect(const char* pszName, bool bPlay)
 {
+    LoadGridEffect(m_pBackEffect, m_bBackStopped, pszName, bPlay);
+}
+
+void CQzGrid::LoadGridEffect(CGui3DEffect*& pEffect, bool& bStopped, const char* pszName,
+                             bool bPlay)
+{
     if (!pszName || !*pszName)
         return;
-    if (!m_pBackEffect)
-        m_pBackEffect = new CGui3DEffect;
-    LoadEffect(*m_pBackEffect, m_bBackStopped, pszName, bPlay, m_nGridWidth, m_nGridHeight);
+    if (!pEffect)
+        pEffect = new CGui3DEffect;
+    FitAndLoad(*pEffect, bStopped, pszName, bPlay, m_nGridWidth, m_nGridHeight);
 }
 
 void CQzGrid::StopAllEffects()

@@ -128,9 +128,12 @@ public:
     void SetCellMark(int nCol, int nRow, bool bMark);
     void ClearCellMarks();
     void SetCellEnable(int nIndex, bool bEnable);
-    void SetCellEnable(int nCol, int nRow, bool bEnable);
+    void SetCellEnable(int nCol, int nRow, bool bEnable)
+    {
+        SetCellEnable(ValidIndex(nCol, nRow), bEnable);
+    }
     bool IsCellEnabled(int nIndex) const;
-    bool IsCellEnabled(int nCol, int nRow) const;
+    bool IsCellEnabled(int nCol, int nRow) const { return IsCellEnabled(ValidIndex(nCol, nRow)); }
     // Visible or hidden, and with bAlsoEnable enabled or disabled to match.
     void SetCellVisible(int nIndex, bool bVisible, bool bAlsoEnable);
     bool IsCellVisible(int nIndex) const;
@@ -145,44 +148,44 @@ public:
     // missing, fits it to the cell, adds the named effect unless held and, when bPlay, plays
     // it; nothing for an empty name. Play: a name plays that effect, null stops the cell's
     // effect; nothing for a cell without a holder.
-    void LoadCellFrontEffect(int nCol, int nRow, const char* pszName, bool bPlay);
     void LoadCellFrontEffect(int nIndex, const char* pszName, bool bPlay);
-    void LoadCellBackEffect(int nCol, int nRow, const char* pszName, bool bPlay);
+    void LoadCellFrontEffect(int nCol, int nRow, const char* pszName, bool bPlay)
+    {
+        LoadCellFrontEffect(ValidIndex(nCol, nRow), pszName, bPlay);
+    }
     void LoadCellBackEffect(int nIndex, const char* pszName, bool bPlay);
-    bool HasCellFrontEffect(int nCol, int nRow, const char* pszName) const;
+    void LoadCellBackEffect(int nCol, int nRow, const char* pszName, bool bPlay)
+    {
+        LoadCellBackEffect(ValidIndex(nCol, nRow), pszName, bPlay);
+    }
     bool HasCellFrontEffect(int nIndex, const char* pszName) const;
-    bool HasCellBackEffect(int nCol, int nRow, const char* pszName) const;
+    bool HasCellFrontEffect(int nCol, int nRow, const char* pszName) const
+    {
+        return HasCellFrontEffect(ValidIndex(nCol, nRow), pszName);
+    }
     bool HasCellBackEffect(int nIndex, const char* pszName) const;
-    void PlayCellFrontEffect(int nCol, int nRow, const char* pszName);
+    bool HasCellBackEffect(int nCol, int nRow, const char* pszName) const
+    {
+        return HasCellBackEffect(ValidIndex(nCol, nRow), pszName);
+    }
     void PlayCellFrontEffect(int nIndex, const char* pszName);
-    void PlayCellBackEffect(int nCol, int nRow, const char* pszName);
+    void PlayCellFrontEffect(int nCol, int nRow, const char* pszName)
+    {
+        PlayCellFrontEffect(ValidIndex(nCol, nRow), pszName);
+    }
     void PlayCellBackEffect(int nIndex, const char* pszName);
+    void PlayCellBackEffect(int nCol, int nRow, const char* pszName)
+    {
+        PlayCellBackEffect(ValidIndex(nCol, nRow), pszName);
+    }
     // The same for the grid's own effects, fitted to the grid's size at creation.
     void LoadGridFrontEffect(const char* pszName, bool bPlay);
     void LoadGridBackEffect(const char* pszName, bool bPlay);
     // Every cell effect and the grid's own effects stopped.
     void StopAllEffects();
 
-private:
-    // The index of the cell, or -1 outside 0..127.
-    int ValidIndex(int nCol, int nRow) const;
-    // Cells drawn a frame: columns x rows, at most 128.
-    int DrawnCells() const;
-    // Left and top of the cell on the screen, before truncation.
-    double CellLeft(int nCol) const;
-    double CellTop(int nRow) const;
-    int CellPixelWidth() const;
-    int CellPixelHeight() const;
-    void LoadEffect(CGui3DEffect& effect, bool& bStopped, const char* pszName, bool bPlay,
-                    int nWidth, int nHeight);
-    void LoadCellEffect(QzCellEffectSlot& slot, const char* pszName, bool bPlay);
-    void PlayOrStop(CGui3DEffect* pEffect, bool& bStopped, const char* pszName);
-    static bool HasEffect(const CGui3DEffect* pEffect, const char* pszName);
-    void DrawCellEffect(const QzCellEffectSlot& slot, POINT pt);
-    void Notify(WORD nCode);
-    // The mask section, looked up once a frame (a reload of the animation file shows on the
-    // next frame); null when missing.
-    IDataAni* MaskSection();
+protected:
+    using CellEffectLayer = QzCellEffectSlot[GRID_MAX_CELLS];
 
     BYTE m_nCols = 0;
     BYTE m_nRows = 0;
@@ -196,8 +199,8 @@ private:
     int m_nSpaceX = 0;
     int m_nSpaceY = 0;
     DWORD m_nItemCount = 0;
-    QzCellEffectSlot m_CellFrontEffect[GRID_MAX_CELLS];
-    QzCellEffectSlot m_CellBackEffect[GRID_MAX_CELLS];
+    CellEffectLayer m_CellFrontEffect;
+    CellEffectLayer m_CellBackEffect;
     int m_nGridWidth = 0;
     int m_nGridHeight = 0;
     std::string m_strMaskAni;
@@ -207,6 +210,38 @@ private:
     // The grid's own effects were stopped (PlayFrontEffect / PlayBackEffect with null).
     bool m_bFrontStopped = false;
     bool m_bBackStopped = false;
+
+private:
+    // The index of the cell, or -1 outside 0..127.
+    int ValidIndex(int nCol, int nRow) const;
+    // Cells drawn a frame: columns x rows, at most 128.
+    int DrawnCells() const;
+    // Left and top of the cell on the screen, before truncation.
+    double CellLeft(int nCol) const;
+    double CellTop(int nRow) const;
+    int CellPixelWidth() const;
+    int CellPixelHeight() const;
+    // Fits the holder to a rectangle of the size, adds the part unless held, and plays it
+    // when asked.
+    void FitAndLoad(CGui3DEffect& effect, bool& bStopped, const char* pszName, bool bPlay,
+                    int nWidth, int nHeight);
+    // Creates the grid's own holder (a base window layer) when missing and loads into it.
+    void LoadGridEffect(CGui3DEffect*& pEffect, bool& bStopped, const char* pszName, bool bPlay);
+    // The cell's slot of a layer, or null for an index outside 0..127; the cell operations
+    // do nothing with null.
+    static QzCellEffectSlot* Slot(CellEffectLayer& layer, int nIndex);
+    static const QzCellEffectSlot* Slot(const CellEffectLayer& layer, int nIndex);
+    void LoadCellEffect(QzCellEffectSlot* pSlot, const char* pszName, bool bPlay);
+    void PlayCellEffect(QzCellEffectSlot* pSlot, const char* pszName);
+    static bool HasCellEffect(const QzCellEffectSlot* pSlot, const char* pszName);
+    void PlayOrStop(CGui3DEffect* pEffect, bool& bStopped, const char* pszName);
+    static bool HasEffect(const CGui3DEffect* pEffect, const char* pszName);
+    void DrawCellEffect(const QzCellEffectSlot& slot, POINT pt);
+    void Notify(WORD nCode);
+    // The mask section, looked up once a frame (a reload of the animation file shows on the
+    // next frame); null when missing.
+    IDataAni* MaskSection();
+
     QzPlatform::CAniHandle m_maskAni;
     // m_maskAni was looked up in the current frame.
     bool m_bMaskCurrent = false;

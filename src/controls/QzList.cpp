@@ -927,24 +927,21 @@ void CQzList::DrawItemTip()
     const int y0 = m_bTipBelow ? Moved(rc.top, kTipBelowOffset) : rc.top;
     C3_SIZE corner = {0, 0};
     pAni->GetAniSize(corner, 0);
-    const int cw = std::max(0, corner.iWidth - kTipCornerMargin);
-    const int ch = std::max(0, corner.iHeight - kTipCornerMargin);
+    const int64_t cw = std::max(0, corner.iWidth - kTipCornerMargin);
+    const int64_t ch = std::max(0, corner.iHeight - kTipCornerMargin);
     C3_SIZE cell = {0, 0};
     CMyBitmap::GetFontSize(cell);
     const int nLines = static_cast<int>(lines.size());
-    const int w =
-        QzPlatform::ClampToInt(static_cast<int64_t>(cell.iWidth) * nLongest + kTipPadWidth);
-    int h = QzPlatform::ClampToInt(static_cast<int64_t>(nLines) * (cell.iHeight + kTipLineGap) +
-                                   kTipPadHeight);
-    if (h <= 2 * cw + 2)
-        h = 2 * cw + 2;
+    const int64_t w = static_cast<int64_t>(cell.iWidth) * nLongest + kTipPadWidth;
+    const int64_t h = std::max(
+        static_cast<int64_t>(nLines) * (cell.iHeight + kTipLineGap) + kTipPadHeight, 2 * cw + 2);
 
     const int xMid = Moved(x0, cw);
-    const int xRight = Moved(x0, static_cast<int64_t>(w) - cw);
+    const int xRight = Moved(x0, w - cw);
     const int yMid = Moved(y0, ch);
-    const int yBottom = Moved(y0, static_cast<int64_t>(h) - ch);
-    const int wMid = w - 2 * cw;
-    const int hMid = h - 2 * ch;
+    const int yBottom = Moved(y0, h - ch);
+    const int64_t wMid = w - 2 * cw;
+    const int64_t hMid = h - 2 * ch;
     DrawTipFrame(pAni, 0, x0, y0, cw, ch);
     DrawTipFrame(pAni, 1, xMid, y0, wMid, ch);
     DrawTipFrame(pAni, 2, xRight, y0, cw, ch);
@@ -965,10 +962,12 @@ void CQzList::DrawItemTip()
     }
 }
 
-void CQzList::DrawTipFrame(IDataAni* pAni, int nFrame, int x, int y, int nWidth, int nHeight)
+void CQzList::DrawTipFrame(IDataAni* pAni, int nFrame, int x, int y, int64_t nWidth,
+                           int64_t nHeight)
 {
     if (nWidth > 0 && nHeight > 0)
-        pAni->ShowAniEx(nFrame, x, y, &kTipSource, nWidth, nHeight);
+        pAni->ShowAniEx(nFrame, x, y, &kTipSource, QzPlatform::ClampToInt(nWidth),
+                        QzPlatform::ClampToInt(nHeight));
 }
 
 // ---------------------------------------------------------------------------------------------

@@ -210,7 +210,7 @@ private:
     void DrawRowText(int x, int y, DWORD dwColor, const char* pszText);
     void DrawHoverBar();
     // One of the nine parts of the tip frame, stretched from its 20 x 20 source.
-    void DrawTipFrame(IDataAni* pAni, int nFrame, int x, int y, int nWidth, int nHeight);
+    void DrawTipFrame(IDataAni* pAni, int nFrame, int x, int y, int64_t nWidth, int64_t nHeight);
 
     bool m_bDrawBacking = false;
     bool m_bPreSetParam = false;

@@ -703,6 +703,55 @@ TEST_F(ListScene, ARowTipIsANinePartFrameSizedOnTheCellAtLeastTwoCornersHigh)
 // ---------------------------------------------------------------------------------------------
 // Edge values
 
+TEST_F(ListScene, RowRectanglesTakeTwiceTheMarginAndFollowTheTopIndex)
+{
+    Fill(6);
+    m_pList->SetItemMargin(3, 2);
+    m_pList->SetTopIndex(2);
+    const std::pair<int, RECT> cases[] = {
+        {2, {116, 114, 220, 128}}, {3, {116, 128, 220, 142}}, {1, {116, 100, 220, 114}}};
+    for (const auto& [nIndex, expected] : cases)
+    {
+        RECT rc = {};
+        EXPECT_TRUE(m_pList->GetItemRect(nIndex, &rc));
+        EXPECT_EQ(expected, rc) << nIndex;
+    }
+    EXPECT_EQ(3, m_pList->HitTest({kRowX, 130}, nullptr));
+    EXPECT_EQ(-1, m_pList->HitTest({kRowX, 112}, nullptr)); // in the margin
+}
+
+TEST_F(ListScene, HostileRowHeightsAndATopLeftPastTheRowsSelectNothingAndReadNothing)
+{
+    Fill(4);
+    m_pList->SetItemTip(1, "tip");
+    m_pList->SetHoverAni("Bar", TRUE);
+    for (int nHeight : {0, -14})
+    {
+        m_pList->SetItemHeight(nHeight);
+        m_harness.MouseMove(kRowX, RowY(1));
+        Do({{"click", 1}, {"dbl", 1}, {"up", 1}});
+        Draws();
+        EXPECT_EQ(-1, m_pList->GetCurSel()) << nHeight;
+    }
+    m_pList->SetItemHeight(14);
+
+    // Deleting rows leaves the top where it was: nothing left to draw or hit.
+    Fill(6); // 10 rows
+    m_pList->SetTopIndex(9);
+    for (int i = 0; i < 5; ++i)
+        m_pList->DeleteString(0);
+    Codes();
+    Do({{"click", 0}});
+    EXPECT_EQ(-1, m_pList->GetCurSel());
+    EXPECT_EQ(Lines{}, Codes());
+    m_harness.MouseMove(kRowX, RowY(0));
+    EXPECT_EQ(Lines{}, Draws());
+    Wheel(-120); // the last top is 5 - 4 = 1
+    EXPECT_EQ(9, m_pList->GetTopIndex());
+    Wheel(120);
+    EXPECT_EQ(8, m_pList->GetTopIndex());
+}
+
 TEST_F(ListScene, FitTextKeepsTheLongestPrefixNarrowerThanTheLimitAndWholeCharacters)
 {
     // The cell is 6 wide for a byte character and 12 for a two-byte one.

@@ -46,9 +46,17 @@ void DrawLines(int x, int y, DWORD colour, const std::string& utf8, const char* 
         *out = {width, lines * lineHeight};
 }
 
+// The game's text colours are 0xRRGGBB as often as 0xAARRGGBB (a list's selected and blinking
+// rows, for one): an alpha byte of 0 means opaque here, never invisible text.
+DWORD OpaqueUnlessTranslucent(DWORD colour)
+{
+    return (colour >> 24) == 0 ? colour | 0xFF000000 : colour;
+}
+
 void DrawConverted(int x, int y, DWORD colour, const std::string& utf8, const char* face, int size,
                    BOOL shadow, DWORD shadowColour, C3_SIZE* out)
 {
+    colour = OpaqueUnlessTranslucent(colour);
     if (utf8.empty())
     {
         if (out)

@@ -10,7 +10,8 @@ namespace QzPlatform
 {
 
 // Draws narrow text (ANSI code page) with its top-left at (x, y) in the given colour, face
-// ("" or null: the device's default face) and pixel size. The shadow colour is used only when
+// ("" or null: the device's default face) and pixel size; a colour whose alpha byte is 0 is
+// drawn opaque (0x00FF0000 is opaque red). The shadow colour is used only when
 // shadow is nonzero. style is accepted for the callers' sake and not used. out (may be null)
 // gets the drawn size: the widest line's width, and the number of lines times size + 2.
 // Null or empty text draws nothing and gives (0, 0).

@@ -597,11 +597,11 @@ TEST_F(ListScene, StyleTwoDrawsBlinkingRowsRedForHalfASecondAfterTheirStamp)
     m_pList->AddString("row");
     const DWORD dwNow = m_harness.Now();
     const std::tuple<BOOL, DWORD, DWORD> cases[] = {
-        // blink, stamp, colour
-        {FALSE, dwNow - 1, kItemColor},   {TRUE, 0, 0x00FFFFFF},
-        {TRUE, dwNow, 0x00FFFFFF},        {TRUE, dwNow - 1, 0x00FF0000},
-        {TRUE, dwNow - 500, 0x00FF0000},  {TRUE, dwNow - 501, 0x00FFFFFF},
-        {TRUE, dwNow + 1000, 0x00FFFFFF},
+        // blink, stamp, colour (the text routine draws alpha 0 opaque)
+        {FALSE, dwNow - 1, kItemColor},   {TRUE, 0, 0xFFFFFFFF},
+        {TRUE, dwNow, 0xFFFFFFFF},        {TRUE, dwNow - 1, 0xFFFF0000},
+        {TRUE, dwNow - 500, 0xFFFF0000},  {TRUE, dwNow - 501, 0xFFFFFFFF},
+        {TRUE, dwNow + 1000, 0xFFFFFFFF},
     };
     for (const auto& [bBlink, dwStamp, dwColor] : cases)
     {

@@ -48,12 +48,15 @@ TEST_F(TextDrawTest, NarrowTextReachesTheDeviceAsUtf8)
     EXPECT_EQ(size.iHeight, 16);
 }
 
-TEST_F(TextDrawTest, ShadowColourOnlyWhenShadowIsOn)
+// Colours without an alpha byte (0x00RRGGBB) are opaque; translucent ones stay as given.
+TEST_F(TextDrawTest, ShadowColourOnlyWhenShadowIsOnAndAlphaZeroTextIsOpaque)
 {
     DrawGameText(0, 0, 0xFF00FF00, "a", "", 12, 1, 0, 0xFF000000, nullptr);
-    DrawGameText(0, 0, 0xFF00FF00, "b", "", 12, 0, 0, 0xFF000000, nullptr);
-    DrawGameText(0, 0, 0xFF00FF00, L"c", nullptr, 12, 5, 0, 0x80112233, nullptr);
+    DrawGameText(0, 0, 0x0000FF00, "b", "", 12, 0, 0, 0xFF000000, nullptr);
+    DrawGameText(0, 0, 0x8000FF00, L"c", nullptr, 12, 5, 0, 0x80112233, nullptr);
     ASSERT_EQ(m_device.m_vecDrawn.size(), 3u);
+    EXPECT_EQ(m_device.m_vecDrawn[1].argb, 0xFF00FF00u);
+    EXPECT_EQ(m_device.m_vecDrawn[2].argb, 0x8000FF00u);
     EXPECT_EQ(m_device.m_vecDrawn[0].shadowArgb, 0xFF000000u);
     EXPECT_EQ(m_device.m_vecDrawn[1].shadowArgb, 0u);
     EXPECT_EQ(m_device.m_vecDrawn[2].shadowArgb, 0x80112233u);

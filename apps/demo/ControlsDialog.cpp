@@ -31,6 +31,7 @@ enum : DWORD
     kCaptionId = 1,
     kResetId = 10,
     kPanelButtonId = 11,
+    kBagButtonId = 14,
     kMarqueeCheckId = 12,
     kBarCheckId = 13,
     kTrackId = 19,
@@ -67,19 +68,21 @@ CControlsDialog::CControlsDialog() : CQzDialog(kId, nullptr)
     // when it loads its record.
     m_reset.SetWindowText("Reset");
     m_panel.SetWindowText("Panel");
+    m_bag.SetWindowText("Bag");
     m_marqueeCheck.SetWindowText("Marquee");
     m_barCheck.SetWindowText("Bar");
     // Listed bottom to top: the track image lies under the slider that drags over it.
     AddCtrls(kCaptionId, &m_caption, kResetId, &m_reset, kPanelButtonId, &m_panel, kMarqueeCheckId,
-             &m_marqueeCheck, kBarCheckId, &m_barCheck, kTrackId, &m_track, kSliderId, &m_slider,
-             kQuieterId, &m_quieter, kLouderId, &m_louder, kBarId, &m_bar, kSegmentsId, &m_segments,
-             kVBarId, &m_vbar, kMarqueeId, &m_marquee);
+             &m_marqueeCheck, kBarCheckId, &m_barCheck, kBagButtonId, &m_bag, kTrackId, &m_track,
+             kSliderId, &m_slider, kQuieterId, &m_quieter, kLouderId, &m_louder, kBarId, &m_bar,
+             kSegmentsId, &m_segments, kVBarId, &m_vbar, kMarqueeId, &m_marquee);
 }
 
 void CControlsDialog::OnInitDialog(uint64_t)
 {
     AddMsgHandler(WM_COMMAND, Clicked(kResetId), &CControlsDialog::OnReset);
     AddMsgHandler(WM_COMMAND, Clicked(kPanelButtonId), &CControlsDialog::OnPanel);
+    AddMsgHandler(WM_COMMAND, Clicked(kBagButtonId), &CControlsDialog::OnBag);
     AddMsgHandler(WM_COMMAND, Clicked(kMarqueeCheckId), &CControlsDialog::OnMarqueeCheck);
     AddMsgHandler(WM_COMMAND, Clicked(kBarCheckId), &CControlsDialog::OnBarCheck);
 }
@@ -145,6 +148,13 @@ void CControlsDialog::OnPanel()
         GetGuiMgr()->AutoShowDialog(kPanelId);
     else
         GetGuiMgr()->AutoHideDialog(kPanelId);
+}
+
+void CControlsDialog::OnBag()
+{
+    CQzDialog* pCollections = GetGuiMgr()->FindDialog(kCollectionsId);
+    if (pCollections)
+        pCollections->ShowWindow(pCollections->IsWindowVisible() ? SW_HIDE : SW_SHOW);
 }
 
 void CControlsDialog::OnMarqueeCheck()

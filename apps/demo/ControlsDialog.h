@@ -2,7 +2,8 @@
 // game's options page would be. A slider sets a volume from 0 to 100 that three progress bars
 // show; two scroll buttons step it and repeat while held; "Reset" puts it back to 0; check
 // boxes show and hide the marquee and the vertical bar; "Panel" shows and hides a window that
-// the library built from ini/GUI_EX.ini alone. Every control has a tip in the layout.
+// the library built from ini/GUI_EX.ini alone; "Bag" shows and hides the collections window.
+// Every control has a tip in the layout.
 #pragma once
 
 #include "controls/QzButton.h"
@@ -21,6 +22,8 @@ public:
     static constexpr DWORD kId = 500;
     // The dialog of ini/GUI_EX.ini that "Panel" shows and hides.
     static constexpr DWORD kPanelId = 600;
+    // The collections window that "Bag" shows and hides.
+    static constexpr DWORD kCollectionsId = 700;
 
     CControlsDialog();
 
@@ -33,6 +36,7 @@ public:
 private:
     void OnReset();
     void OnPanel();
+    void OnBag();
     void OnMarqueeCheck();
     void OnBarCheck();
     // The slider moved: the bars and the caption follow it.
@@ -43,6 +47,7 @@ private:
     QzGui::CQzStatic m_caption;
     QzGui::CQzButton m_reset;
     QzGui::CQzButton m_panel;
+    QzGui::CQzButton m_bag;
     QzGui::CQzCheck m_marqueeCheck;
     QzGui::CQzCheck m_barCheck;
     QzGui::CQzImage m_track;

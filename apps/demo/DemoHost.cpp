@@ -65,6 +65,7 @@ CDemoHost::~CDemoHost()
     {
         m_pGuiMgr->RemoveDialog(&m_showcase);
         m_pGuiMgr->RemoveDialog(&m_controls);
+        m_pGuiMgr->RemoveDialog(&m_collections);
         for (auto& dialog : m_vecDialogs)
             m_pGuiMgr->RemoveDialog(dialog.get());
     }
@@ -119,6 +120,8 @@ void CDemoHost::AddDialogs()
         else
             dialog->ShowWindow(SW_SHOW);
     }
+    // Hidden until "Bag"; above the others when shown.
+    m_pGuiMgr->AddDialog(&m_collections, nullptr, false);
 }
 
 void CDemoHost::ToggleFlyingDialog()

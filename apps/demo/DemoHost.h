@@ -3,6 +3,7 @@
 // goes to the manager first, the way a game passes its messages to the GUI.
 #pragma once
 
+#include "CollectionsDialog.h"
 #include "ControlsDialog.h"
 #include "DemoScript.h"
 #include "LabelDialog.h"
@@ -60,6 +61,7 @@ private:
     QzGui::IQzGuiMgr* m_pGuiMgr = nullptr;
     CShowcaseDialog m_showcase;
     CControlsDialog m_controls;
+    CCollectionsDialog m_collections;
     std::unique_ptr<CPanelCaption> m_pPanelCaption;
     std::vector<std::unique_ptr<CLabelDialog>> m_vecDialogs;
     CLabelDialog* m_pFlyingDialog = nullptr;

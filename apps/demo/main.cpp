@@ -15,7 +15,8 @@ namespace
 {
 
 // Without --script the headless demo runs the bundle's scripts one after the other.
-const char* const kDefaultScripts[] = {"scripts/showcase.txt", "scripts/controls.txt"};
+const char* const kDefaultScripts[] = {"scripts/showcase.txt", "scripts/controls.txt",
+                                       "scripts/collections.txt"};
 
 std::string AbsolutePath(const std::string& path)
 {

@@ -1,0 +1,57 @@
+// The collections window of the sample client: a bag, a quest log and a chat history, the three
+// places where a game keeps many things. The bag is a grid of items with numbers, a locked
+// (disabled) slot with its mask and a glowing gem; a click marks the item under the mouse and
+// names it. The quest log is a check-box tree with tips; the chat history a list with scroll
+// buttons, a slider, blinking new rows and tips. "Say" adds a chat row; the window is shown and
+// hidden by the controls window's "Bag" button.
+#pragma once
+
+#include "DemoBag.h"
+
+#include "controls/QzButton.h"
+#include "controls/QzList.h"
+#include "controls/QzScrollButton.h"
+#include "controls/QzSlider.h"
+#include "controls/QzStatic.h"
+#include "controls/QzTree.h"
+#include "framework/QzDialog.h"
+
+class CCollectionsDialog : public QzGui::CQzDialog
+{
+public:
+    static constexpr DWORD kId = 700;
+
+    CCollectionsDialog();
+
+    LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
+    void CreateCtrls() override;
+    void OnInitDialog(uint64_t nParam) override;
+
+private:
+    void FillBag();
+    void FillQuests();
+    void FillChat();
+    // A click on the bag: the item under the mouse is marked and named.
+    void OnBagClick();
+    void OnSay();
+    void OnClose();
+    void AddChatRow(const char* pszText, DWORD dwColor, const char* pszTip, bool bBlink);
+
+    QzGui::CQzStatic m_bagCaption;
+    QzGui::CQzStatic m_questCaption;
+    QzGui::CQzStatic m_chatCaption;
+    QzGui::CQzStatic m_picked;
+    CDemoBag m_bag;
+    QzGui::CQzTree m_quests;
+    QzGui::CQzScrollButton m_questUp;
+    QzGui::CQzScrollButton m_questDown;
+    QzGui::CQzSlider m_questSlider;
+    QzGui::CQzList m_chat;
+    QzGui::CQzScrollButton m_chatUp;
+    QzGui::CQzScrollButton m_chatDown;
+    QzGui::CQzSlider m_chatSlider;
+    QzGui::CQzButton m_say;
+    QzGui::CQzButton m_close;
+    int m_nSaid = 0;
+    bool m_bStarted = false;
+};

@@ -2,12 +2,19 @@
 
 #include "controls/QzButton.h"
 #include "controls/QzCheck.h"
+#include "controls/QzGrid.h"
 #include "controls/QzImage.h"
+#include "controls/QzList.h"
 #include "controls/QzProgress.h"
 #include "controls/QzScrollButton.h"
 #include "controls/QzSlider.h"
 #include "controls/QzStatic.h"
+#include "controls/QzTree.h"
 #include "framework/QzMsg.h"
+#include "platform/render/MyBitmap.h"
+
+#include <algorithm>
+#include <string>
 
 namespace QzPreview
 {
@@ -32,6 +39,36 @@ std::unique_ptr<CQzCtrl> MakeImage()
     image->SetShowBack(true);
     return image;
 }
+
+// Sample content: rows of a list, chapters of a tree, items of a grid.
+constexpr int kSampleRows = 40;
+constexpr int kSampleChapters = 3;
+constexpr int kSampleQuests = 4;
+constexpr DWORD kSampleText = 0xFFFFFFFF;
+constexpr DWORD kSampleSelText = 0xFFFFFF00;
+// Grid cells of about this size fill the record; an item is a block inset in its cell.
+constexpr int kSampleCell = 36;
+constexpr int kItemInset = 4;
+constexpr DWORD kItemColor = 0xFFB0B8C8;
+
+// A grid of the record's type (16, or a host's variant 21 or 22) whose items are blocks.
+class CPreviewGrid : public CQzGrid
+{
+public:
+    explicit CPreviewGrid(int nType) : m_nType(nType) {}
+    int GetWndType() override { return m_nType; }
+    void DrawCellItem(int nCol, int nRow) override
+    {
+        POINT pos = {};
+        GetCellPos(nCol, nRow, &pos);
+        CMyBitmap::ShowBlock(pos.x + kItemInset, pos.y + kItemInset,
+                             pos.x + static_cast<int>(GetCellWidth()) - kItemInset,
+                             pos.y + static_cast<int>(GetCellHeight()) - kItemInset, kItemColor);
+    }
+
+private:
+    int m_nType;
+};
 
 } // namespace
 
@@ -61,6 +98,14 @@ std::unique_ptr<CQzCtrl> CPreviewCtrls::Make(int nType, const IQzGuiWndInfo& inf
         return MakeSlider(info);
     case QZ_WND_SCROLLBUTTON:
         return std::make_unique<CQzScrollButton>();
+    case QZ_WND_LIST:
+        return MakeList();
+    case QZ_WND_TREE:
+        return MakeTree();
+    case QZ_WND_GRID:
+    case QZ_WND_GRID_SHORTCUT:
+    case QZ_WND_GRID_EX:
+        return MakeGrid(nType, info);
     default:
         // Images included: a preview shows the skin the host would draw its picture on.
         return MakeImage();
@@ -89,6 +134,66 @@ std::unique_ptr<CQzCtrl> CPreviewCtrls::MakeSlider(const IQzGuiWndInfo& info)
     return slider;
 }
 
+// Lists and trees are previewed without scroll bars: which buttons and slider belong to them is
+// the host's code.
+std::unique_ptr<CQzCtrl> CPreviewCtrls::MakeList()
+{
+    auto list = std::make_unique<CQzList>();
+    list->PreSetParam(QZ_LIST_STYLE_NOTIFY, nullptr, nullptr, 0, 1, nullptr);
+    list->SetItemColors(kSampleText, kSampleSelText);
+    m_vecLists.push_back(list.get());
+    return list;
+}
+
+std::unique_ptr<CQzCtrl> CPreviewCtrls::MakeTree()
+{
+    auto tree = std::make_unique<CQzTree>();
+    tree->PreSetParam(QZ_TREE_STYLE_CHECK, nullptr, nullptr, 0, 1, nullptr);
+    tree->SetColors(kSampleText, 0);
+    m_vecTrees.push_back(tree.get());
+    return tree;
+}
+
+// The host sets columns and rows in code: the preview takes cells of about 36 pixels, at most
+// 128 of them, and fills every one.
+std::unique_ptr<CQzCtrl> CPreviewCtrls::MakeGrid(int nType, const IQzGuiWndInfo& info)
+{
+    const int nCols = std::clamp(static_cast<int>(info.GetWidth()) / kSampleCell, 1, 16);
+    const int nRows =
+        std::clamp(static_cast<int>(info.GetHeight()) / kSampleCell, 1, GRID_MAX_CELLS / nCols);
+    auto grid = std::make_unique<CPreviewGrid>(nType);
+    grid->PreSetParam(static_cast<BYTE>(nCols), static_cast<BYTE>(nRows));
+    m_vecGrids.push_back(grid.get());
+    return grid;
+}
+
+void CPreviewCtrls::FillSamples()
+{
+    for (CQzList* pList : m_vecLists)
+    {
+        for (int i = 1; i <= kSampleRows; ++i)
+            pList->AddString(("Row " + std::to_string(i)).c_str());
+    }
+    for (CQzTree* pTree : m_vecTrees)
+    {
+        for (int c = 1; c <= kSampleChapters; ++c)
+        {
+            const DWORD nChapter =
+                pTree->InsertRootItem(("Chapter " + std::to_string(c)).c_str(), TRUE);
+            for (int q = 1; q <= kSampleQuests; ++q)
+                pTree->InsertCheckItem(nChapter, ("Quest " + std::to_string(q)).c_str(), q == 1);
+        }
+    }
+    for (CQzGrid* pGrid : m_vecGrids)
+    {
+        for (int i = 0; i < pGrid->GetCellCount(); ++i)
+        {
+            pGrid->SetCellUsed(i, true);
+            pGrid->SetCellCount(i, static_cast<DWORD>(i % 3 == 0 ? i + 1 : 0));
+        }
+    }
+}
+
 void CPreviewCtrls::Start()
 {
     for (const auto& ctrl : m_vecCtrls)
@@ -102,12 +207,16 @@ void CPreviewCtrls::Start()
         pSlider->SetValue(kHalf, FALSE);
     for (CQzProgress* pBar : m_vecBars)
         pBar->SetValue(kHalf);
+    FillSamples();
 }
 
 void CPreviewCtrls::Clear()
 {
     m_vecBars.clear();
     m_vecSliders.clear();
+    m_vecLists.clear();
+    m_vecTrees.clear();
+    m_vecGrids.clear();
     m_vecCtrls.clear();
 }
 

@@ -49,6 +49,7 @@ constexpr uint32_t kBlue = 0xFF0000FF;
 constexpr uint32_t kYellow = 0xFFFFFF00;
 constexpr uint32_t kWhite = 0xFFFFFFFF;
 constexpr uint32_t kClear = QzPlatform::CCairoDevice::kDefaultClearColor;
+constexpr uint32_t kSampleItem = 0xFFB0B8C8;
 
 void WriteSolidPng(const std::string& path, uint32_t argb, int width = 10)
 {
@@ -114,12 +115,13 @@ protected:
         WriteSolidPng(data.Folder() + "/images/white.png", kWhite);
         data.Write("ini/Test.ini",
                    "[0-10]\nx=100\ny=50\nw=200\nh=120\nAniSection=Red\nBackShowMode=2\nFlyDir=1\n"
-                   "; a button, a bar at half, a list (unknown here), a slider at half\n"
+                   "; a button, a bar at half, a list, a slider at half, a grid variant\n"
                    "[10-1]\ntype=2\nx=10\ny=10\nw=30\nh=20\nAniSection=Green\nBackShowMode=2\n"
                    "[10-2]\ntype=8\nx=10\ny=40\nw=80\nh=10\nAniSection=Bar\nProgressStyle=1\n"
                    "[10-3]\ntype=7\nx=120\ny=10\nw=30\nh=30\nAniSection=Yellow\nBackShowMode=2\n"
                    "[10-4]\ntype=15\nx=10\ny=70\nw=60\nh=10\nAniSection=White\nSliderBtnLen=10\n"
                    "[10-5]\ntype=2\nx=0\ny=0\nw=10\n"
+                   "[10-6]\ntype=22\nx=160\ny=60\nw=36\nh=36\n"
                    "[abc]\n[10-x]\nw=1\nh=1\n"
                    "[0-20]\nx=0\ny=0\nw=50\nh=50\n"
                    "[20-1]\ntype=2\nx=150\ny=80\nw=20\nh=20\nAniSection=Green\nBackShowMode=2\n");
@@ -136,7 +138,7 @@ TEST_F(PreviewToolTest, DialogAndControlsAreDrawnWhereTheirRecordsPutThem)
     const ToolResult result =
         RunTool({"--size", "400x300", "--frames", "3", data.Folder(), "Test.ini", "10", "out.png"});
     ASSERT_EQ(result.status, 0) << result.err;
-    EXPECT_NE(result.out.find("dialog 10 with 4 controls"), std::string::npos) << result.out;
+    EXPECT_NE(result.out.find("dialog 10 with 5 controls"), std::string::npos) << result.out;
 
     const Png png(OutPath());
     ASSERT_TRUE(png.Ok());
@@ -147,9 +149,12 @@ TEST_F(PreviewToolTest, DialogAndControlsAreDrawnWhereTheirRecordsPutThem)
     EXPECT_EQ(png.At(350, 200), kClear);
     EXPECT_EQ(png.At(102, 52), kRed);
     EXPECT_EQ(png.At(297, 167), kRed);
-    // The button; the list as an image with its skin.
+    // The button; the list's skin, 17 pixels narrower than its record (its scroll bar's strip).
     EXPECT_EQ(png.At(125, 70), kGreen);
-    EXPECT_EQ(png.At(235, 75), kYellow);
+    EXPECT_EQ(png.At(225, 85), kYellow);
+    EXPECT_EQ(png.At(240, 85), kRed);
+    // The grid's one cell holds a sample item.
+    EXPECT_EQ(png.At(270, 120), kSampleItem);
     // The bar is filled over 40 of its 80 pixels, on its back layer.
     EXPECT_EQ(png.At(112, 95), kBlue);
     EXPECT_EQ(png.At(148, 95), kBlue);

@@ -15,7 +15,7 @@
 #include "layout/QzGuiInfoMgr.h"
 #include "layout/QzGuiWndInfo.h"
 #include "platform/render/IRenderDevice.h"
-#include "platform/system/QzHost.h"
+#include "platform/system/host/QzHost.h"
 #include "platform/system/QzSystem.h"
 
 #include <benchmark/benchmark.h>

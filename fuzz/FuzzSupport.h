@@ -11,7 +11,7 @@
 #include "platform/render/NullRenderDevice.h"
 #include "platform/services/QzAssert.h"
 #include "platform/services/QzLog.h"
-#include "platform/system/QzHost.h"
+#include "platform/system/host/QzHost.h"
 #include "platform/system/QzSystem.h"
 
 #include <cstddef>

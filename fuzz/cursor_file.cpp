@@ -7,7 +7,7 @@
 #include "layout/QzCursorMgr.h"
 #include "layout/QzCursorReader.h"
 #include "layout/QzGuiInfoMgr.h"
-#include "platform/system/QzHost.h"
+#include "platform/system/host/QzHost.h"
 #include "platform/system/QzSystem.h"
 
 namespace

@@ -1,7 +1,7 @@
 #include "CollectionsDialog.h"
 
 #include "framework/IQzGuiMgr.h"
-#include "platform/system/QzCodePage.h"
+#include "platform/system/text/QzCodePage.h"
 
 #include <algorithm>
 #include <cstdio>

@@ -1,7 +1,7 @@
 #include "ControlsDialog.h"
 
 #include "framework/IQzGuiMgr.h"
-#include "platform/system/QzCodePage.h"
+#include "platform/system/text/QzCodePage.h"
 
 #include <cstdio>
 

@@ -4,8 +4,8 @@
 #include "framework/IQzGuiHelper.h"
 #include "layout/QzCursorMgr.h"
 #include "platform/render/IRenderDevice.h"
-#include "platform/system/QzCodePage.h"
-#include "platform/system/QzHost.h"
+#include "platform/system/text/QzCodePage.h"
+#include "platform/system/host/QzHost.h"
 
 #include <sys/stat.h>
 

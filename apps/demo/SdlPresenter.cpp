@@ -1,7 +1,7 @@
 #include "SdlPresenter.h"
 
-#include "platform/system/QzCodePage.h"
-#include "platform/system/QzHost.h"
+#include "platform/system/text/QzCodePage.h"
+#include "platform/system/host/QzHost.h"
 
 #include <SDL.h>
 

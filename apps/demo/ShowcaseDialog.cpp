@@ -3,7 +3,7 @@
 #include "platform/render/DataSet.h"
 #include "platform/render/MyBitmap.h"
 #include "platform/services/QzTextDraw.h"
-#include "platform/system/QzCodePage.h"
+#include "platform/system/text/QzCodePage.h"
 
 #include <cstdio>
 

@@ -6,7 +6,7 @@
 #include "SdlPresenter.h"
 
 #include "CCairoDevice.h"
-#include "platform/system/QzHost.h"
+#include "platform/system/host/QzHost.h"
 
 #include <cstdio>
 #include <unistd.h>

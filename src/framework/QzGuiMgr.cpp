@@ -11,7 +11,7 @@
 #include "platform/services/QzGameData.h"
 #include "platform/services/QzScreenAdapter.h"
 #include "platform/services/QzTextDraw.h"
-#include "platform/system/QzPathResolve.h"
+#include "platform/system/kernel/QzPathResolve.h"
 #include "textinput/QzEditSingle.h"
 
 #include <algorithm>

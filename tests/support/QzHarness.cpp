@@ -1,7 +1,7 @@
 #include "support/QzHarness.h"
 
-#include "platform/system/QzHost.h"
-#include "platform/system/QzKernelHost.h"
+#include "platform/system/host/QzHost.h"
+#include "platform/system/kernel/QzKernelHost.h"
 
 namespace QzTest
 {

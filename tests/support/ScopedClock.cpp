@@ -1,6 +1,6 @@
 #include "support/ScopedClock.h"
 
-#include "platform/system/QzHost.h"
+#include "platform/system/host/QzHost.h"
 
 namespace QzTest
 {

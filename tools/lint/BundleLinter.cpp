@@ -9,7 +9,7 @@
 #include "layout/QzLayoutReader.h"
 #include "layout/QzRegionReader.h"
 #include "platform/render/AniFile.h"
-#include "platform/system/QzPathResolve.h"
+#include "platform/system/kernel/QzPathResolve.h"
 #include "platform/system/QzSystem.h"
 
 #include <algorithm>

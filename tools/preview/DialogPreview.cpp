@@ -2,7 +2,7 @@
 
 #include "CCairoDevice.h"
 #include "platform/render/IRenderDevice.h"
-#include "platform/system/QzHost.h"
+#include "platform/system/host/QzHost.h"
 
 namespace QzPreview
 {

@@ -4,7 +4,7 @@
 #include "PreviewLayout.h"
 #include "PreviewOptions.h"
 
-#include "platform/system/QzPathResolve.h"
+#include "platform/system/kernel/QzPathResolve.h"
 
 #include <filesystem>
 #include <system_error>

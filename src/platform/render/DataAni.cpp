@@ -1,6 +1,6 @@
 #include "platform/render/DataAni.h"
 
-#include "platform/system/QzPathResolve.h"
+#include "platform/system/kernel/QzPathResolve.h"
 
 namespace QzPlatform
 {

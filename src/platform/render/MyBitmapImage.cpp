@@ -1,7 +1,7 @@
 #include "platform/render/MyBitmapImage.h"
 
 #include "platform/services/QzLog.h"
-#include "platform/system/QzPathResolve.h"
+#include "platform/system/kernel/QzPathResolve.h"
 
 namespace QzPlatform
 {

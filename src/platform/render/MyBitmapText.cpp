@@ -4,7 +4,7 @@
 #include "platform/render/DataSet.h"
 #include "platform/render/EmotionTextLayout.h"
 #include "platform/render/IRenderDevice.h"
-#include "platform/system/QzCodePage.h"
+#include "platform/system/text/QzCodePage.h"
 
 namespace
 {

@@ -1,6 +1,6 @@
 #include "platform/services/QzFile.h"
 
-#include "platform/system/QzPathResolve.h"
+#include "platform/system/kernel/QzPathResolve.h"
 
 #include <cstdarg>
 #include <cstdio>

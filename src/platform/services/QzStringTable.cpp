@@ -8,7 +8,7 @@
 
 #include "platform/services/QzLog.h"
 #include "platform/services/QzText.h"
-#include "platform/system/QzPathResolve.h"
+#include "platform/system/kernel/QzPathResolve.h"
 
 #include <fstream>
 #include <string>

@@ -1,6 +1,6 @@
 #include "platform/services/QzText.h"
 
-#include "platform/system/QzCodePage.h"
+#include "platform/system/text/QzCodePage.h"
 #include "platform/system/QzSystem.h"
 
 #include <algorithm>

@@ -1,7 +1,7 @@
 #include "platform/services/QzTextDraw.h"
 
 #include "platform/render/IRenderDevice.h"
-#include "platform/system/QzCodePage.h"
+#include "platform/system/text/QzCodePage.h"
 
 #include <algorithm>
 #include <string>

@@ -1,7 +1,7 @@
 #include "platform/services/QzWidgetKit.h"
 
 #include "platform/render/IRenderDevice.h"
-#include "platform/system/QzCodePage.h"
+#include "platform/system/text/QzCodePage.h"
 
 #include <cstddef>
 

@@ -5,14 +5,14 @@
 //     CHostedSystem::Instance().Classes().RegisterSystemClass(L"EDIT", procA, procW, bytes);
 #pragma once
 
-#include "platform/system/CursorTable.h"
-#include "platform/system/HostClock.h"
-#include "platform/system/HostInputState.h"
-#include "platform/system/HostedWindowTable.h"
-#include "platform/system/ImmContextTable.h"
-#include "platform/system/PostedMessageQueue.h"
-#include "platform/system/ProcThunkTable.h"
-#include "platform/system/WindowClassTable.h"
+#include "platform/system/window/CursorTable.h"
+#include "platform/system/host/HostClock.h"
+#include "platform/system/host/HostInputState.h"
+#include "platform/system/window/HostedWindowTable.h"
+#include "platform/system/imm/ImmContextTable.h"
+#include "platform/system/window/PostedMessageQueue.h"
+#include "platform/system/window/ProcThunkTable.h"
+#include "platform/system/window/WindowClassTable.h"
 
 namespace QzPlatform
 {

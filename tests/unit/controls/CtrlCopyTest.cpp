@@ -4,7 +4,7 @@
 #include "ControlScene.h"
 
 #include "controls/QzButton.h"
-#include "platform/system/QzKernelHost.h"
+#include "platform/system/kernel/QzKernelHost.h"
 #include "support/RegionFile.h"
 
 namespace ControlTest

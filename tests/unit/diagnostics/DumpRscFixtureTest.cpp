@@ -3,7 +3,7 @@
 #include "TraceCapture.h"
 
 #include "diagnostics/DumpRsc.h"
-#include "platform/system/QzCodePageHost.h"
+#include "platform/system/text/QzCodePageHost.h"
 #include "platform/system/QzSystem.h"
 #include "support/DialogFixtures.h"
 

@@ -8,7 +8,7 @@
 #include "framework/QzGuiMgr.h"
 #include "layout/QzCursorMgr.h"
 #include "layout/QzGuiInfoMgr.h"
-#include "platform/system/QzHost.h"
+#include "platform/system/host/QzHost.h"
 
 #include <gtest/gtest.h>
 

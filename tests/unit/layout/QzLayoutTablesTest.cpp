@@ -2,7 +2,7 @@
 // records, and when the layout manager loads them.
 #include "LayoutTestSupport.h"
 
-#include "platform/system/QzKernelHost.h"
+#include "platform/system/kernel/QzKernelHost.h"
 #include "support/RegionFile.h"
 
 #include <cstdint>

@@ -2,7 +2,7 @@
 // extra attributes, variants, owned click regions, the mask hit test and the effect layers.
 #include "BaseWindowScene.h"
 
-#include "platform/system/QzKernelHost.h"
+#include "platform/system/kernel/QzKernelHost.h"
 #include "support/RegionFile.h"
 
 namespace BaseWindowTest

@@ -3,7 +3,7 @@
 #include "BaseWindowScene.h"
 
 #include "framework/QzGuiHelper.h"
-#include "platform/system/QzKernelHost.h"
+#include "platform/system/kernel/QzKernelHost.h"
 
 namespace BaseWindowTest
 {

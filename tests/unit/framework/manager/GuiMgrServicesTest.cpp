@@ -5,7 +5,7 @@
 #include "effects/GuiEffectInfo.h"
 #include "layout/QzGuiInfoMgr.h"
 #include "platform/services/QzScreenAdapter.h"
-#include "platform/system/QzKernelHost.h"
+#include "platform/system/kernel/QzKernelHost.h"
 #include "textinput/QzEditSingle.h"
 
 namespace QzGuiManagerTest

@@ -2,7 +2,7 @@
 // null device, lead-byte tests, bitmap images, LogMsg and the matrix functions.
 #include "platform/render/MyBitmap.h"
 #include "platform/render/NullRenderDevice.h"
-#include "platform/system/QzCodePageHost.h"
+#include "platform/system/text/QzCodePageHost.h"
 #include "support/GeometryPrint.h"
 #include "support/LogCapture.h"
 #include "support/RecordingDevice.h"

@@ -1,7 +1,7 @@
 // Global memory handles and the clipboard: ownership, the open rule and text synthesis.
-#include "platform/system/QzCodePageHost.h"
-#include "platform/system/QzHost.h"
-#include "platform/system/QzKernelHost.h"
+#include "platform/system/text/QzCodePageHost.h"
+#include "platform/system/host/QzHost.h"
+#include "platform/system/kernel/QzKernelHost.h"
 #include "platform/system/QzWinKernel.h"
 #include "platform/system/QzWinUser.h"
 

@@ -1,8 +1,8 @@
 // Code-page conversion with the Win32 rules: sizes, buffers, invalid input, lead bytes.
 #include "KernelFolderTest.h"
 
-#include "platform/system/QzCodePage.h"
-#include "platform/system/QzCodePageHost.h"
+#include "platform/system/text/QzCodePage.h"
+#include "platform/system/text/QzCodePageHost.h"
 #include "platform/system/QzWinKernel.h"
 
 #include <string>

@@ -2,7 +2,7 @@
 // reset on both ends so that no open file, mapping, module or cached profile crosses tests.
 #pragma once
 
-#include "platform/system/QzKernelHost.h"
+#include "platform/system/kernel/QzKernelHost.h"
 #include "support/TempDataDir.h"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 // Windows-style names on POSIX, the current directory and module file names.
 #include "KernelFolderTest.h"
 
-#include "platform/system/QzPathResolve.h"
+#include "platform/system/kernel/QzPathResolve.h"
 #include "platform/system/QzWinKernel.h"
 
 #include "SlotReuse.h"

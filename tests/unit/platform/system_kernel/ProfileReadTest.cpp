@@ -1,7 +1,7 @@
 // Reading profile files: lists and their truncation, values, defaults, names, integers.
 #include "KernelFolderTest.h"
 
-#include "platform/system/QzCodePageHost.h"
+#include "platform/system/text/QzCodePageHost.h"
 #include "platform/system/QzWinKernel.h"
 
 #include <string>

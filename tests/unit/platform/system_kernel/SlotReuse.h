@@ -2,7 +2,7 @@
 // of a freed one makes and frees objects until one lands there.
 #pragma once
 
-#include "platform/system/HandleTable.h"
+#include "platform/system/kernel/HandleTable.h"
 
 #include <cstddef>
 

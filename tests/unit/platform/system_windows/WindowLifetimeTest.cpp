@@ -1,8 +1,8 @@
 // Handles, creation and destruction of hosted windows.
 #include "WindowsTestSupport.h"
 
-#include "platform/system/HandleTable.h"
-#include "platform/system/HostedWindow.h"
+#include "platform/system/kernel/HandleTable.h"
+#include "platform/system/window/HostedWindow.h"
 
 #include <memory>
 

@@ -1,6 +1,6 @@
 #include "WindowsTestSupport.h"
 
-#include "platform/system/QzCodePage.h"
+#include "platform/system/text/QzCodePage.h"
 
 namespace QzTest
 {

@@ -3,7 +3,7 @@
 // everything on to DefWindowProc, and a fixture that resets the system around each test.
 #pragma once
 
-#include "platform/system/QzHost.h"
+#include "platform/system/host/QzHost.h"
 #include "platform/system/QzSystem.h"
 
 #include <gtest/gtest.h>

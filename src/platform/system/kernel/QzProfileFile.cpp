@@ -1,0 +1,215 @@
+#include "platform/system/kernel/QzProfileFile.h"
+
+#include "platform/system/text/QzTextCodecs.h"
+
+#include <utility>
+
+namespace QzPlatform
+{
+
+namespace
+{
+
+bool IsBlank(char value)
+{
+    return value == ' ' || value == '\t' || value == '\v' || value == '\f' || value == '\r' ||
+           value == '\n';
+}
+
+std::string Trim(const std::string& text, size_t begin, size_t end)
+{
+    while (begin < end && IsBlank(text[begin]))
+        ++begin;
+    while (end > begin && IsBlank(text[end - 1]))
+        --end;
+    return text.substr(begin, end - begin);
+}
+
+std::string Trim(const std::string& text)
+{
+    return Trim(text, 0, text.size());
+}
+
+std::string TrimLeft(const std::string& text)
+{
+    size_t begin = 0;
+    while (begin < text.size() && IsBlank(text[begin]))
+        ++begin;
+    return text.substr(begin);
+}
+
+bool IsLineBreak(char value)
+{
+    return value == '\r' || value == '\n';
+}
+
+} // namespace
+
+CQzProfileFile::CQzProfileFile(std::string text, UINT codePage)
+    : m_strText(std::move(text)), m_uCodePage(codePage)
+{
+    Parse();
+}
+
+std::string CQzProfileFile::Fold(const std::string& name) const
+{
+    std::string folded = name;
+    for (size_t i = 0; i < folded.size(); ++i)
+    {
+        const auto value = static_cast<unsigned char>(folded[i]);
+        if (IsLeadByteOf(m_uCodePage, value))
+            ++i; // the trail byte is part of the character, never a letter
+        else if (value >= 'A' && value <= 'Z')
+            folded[i] = static_cast<char>(value - 'A' + 'a');
+    }
+    return folded;
+}
+
+void CQzProfileFile::Parse()
+{
+    m_vecSections.clear();
+    m_mapSectionIndex.clear();
+    size_t pos = m_strText.compare(0, 3, "\xEF\xBB\xBF") == 0 ? 3 : 0;
+    m_vecSections.emplace_back();
+    m_vecSections.back().headerNext = pos;
+    const size_t size = m_strText.size();
+    while (pos < size)
+    {
+        size_t end = pos;
+        while (end < size && !IsLineBreak(m_strText[end]))
+            ++end;
+        size_t next = end;
+        if (next < size && m_strText[next] == '\r')
+            ++next;
+        if (next < size && m_strText[next] == '\n' && (next == end || m_strText[end] == '\r'))
+            ++next;
+        ParseLine(pos, end, next);
+        pos = next;
+    }
+    m_vecSections.back().end = size;
+}
+
+void CQzProfileFile::ParseLine(size_t begin, size_t end, size_t next)
+{
+    size_t first = begin;
+    while (first < end && IsBlank(m_strText[first]))
+        ++first;
+    if (first == end || m_strText[first] == ';')
+        return;
+    if (m_strText[first] == '[')
+    {
+        size_t close = end - 1;
+        while (close > first && m_strText[close] != ']')
+            --close;
+        if (close > first)
+        {
+            m_vecSections.back().end = begin;
+            Section section;
+            section.name = Trim(m_strText, first + 1, close);
+            section.headerBegin = begin;
+            section.headerNext = next;
+            m_mapSectionIndex.emplace(Fold(section.name), m_vecSections.size());
+            m_vecSections.push_back(std::move(section));
+            return;
+        }
+    }
+    Entry entry;
+    size_t equals = first;
+    while (equals < end && m_strText[equals] != '=')
+        ++equals;
+    const bool hasValue = equals < end;
+    entry.name = Trim(m_strText, first, hasValue ? equals : end);
+    entry.value = hasValue ? Trim(m_strText, equals + 1, end) : std::string();
+    entry.hasValue = hasValue;
+    entry.lineBegin = begin;
+    entry.lineEnd = end;
+    entry.nextLine = next;
+    Section& section = m_vecSections.back();
+    section.keyIndex.emplace(Fold(entry.name), section.entries.size());
+    section.entries.push_back(std::move(entry));
+}
+
+const CQzProfileFile::Section* CQzProfileFile::FindSection(const std::string& name) const
+{
+    const auto found = m_mapSectionIndex.find(Fold(Trim(name)));
+    return found == m_mapSectionIndex.end() ? nullptr : &m_vecSections[found->second];
+}
+
+const CQzProfileFile::Entry* CQzProfileFile::FindEntry(const std::string& section,
+                                                       const std::string& key) const
+{
+    const Section* found = FindSection(section);
+    if (!found)
+        return nullptr;
+    const auto entry = found->keyIndex.find(Fold(Trim(key)));
+    return entry == found->keyIndex.end() ? nullptr : &found->entries[entry->second];
+}
+
+std::string CQzProfileFile::LineEnding() const
+{
+    const size_t breakAt = m_strText.find_first_of("\r\n");
+    if (breakAt == std::string::npos)
+        return "\r\n";
+    if (m_strText[breakAt] == '\n')
+        return "\n";
+    const bool crlf = breakAt + 1 < m_strText.size() && m_strText[breakAt + 1] == '\n';
+    return crlf ? "\r\n" : "\r";
+}
+
+void CQzProfileFile::Splice(size_t begin, size_t end, const std::string& replacement)
+{
+    m_strText.replace(begin, end - begin, replacement);
+    Parse();
+}
+
+void CQzProfileFile::InsertLine(size_t position, const std::string& line)
+{
+    const std::string eol = LineEnding();
+    const bool needBreak = position > 0 && !IsLineBreak(m_strText[position - 1]);
+    Splice(position, position, (needBreak ? eol : std::string()) + line + eol);
+}
+
+bool CQzProfileFile::SetValue(const std::string& section, const std::string& key,
+                              const std::string& value)
+{
+    const std::string newValue = TrimLeft(value);
+    const Section* found = FindSection(section);
+    if (!found)
+    {
+        InsertLine(m_strText.size(),
+                   "[" + Trim(section) + "]" + LineEnding() + Trim(key) + "=" + newValue);
+        return true;
+    }
+    const Entry* entry = FindEntry(section, key);
+    if (entry && entry->hasValue && entry->value == newValue)
+        return false;
+    if (entry)
+    {
+        Splice(entry->lineBegin, entry->lineEnd, entry->name + "=" + newValue);
+        return true;
+    }
+    const size_t position =
+        found->entries.empty() ? found->headerNext : found->entries.back().nextLine;
+    InsertLine(position, Trim(key) + "=" + newValue);
+    return true;
+}
+
+bool CQzProfileFile::DeleteKey(const std::string& section, const std::string& key)
+{
+    const Entry* entry = FindEntry(section, key);
+    if (!entry)
+        return false;
+    Splice(entry->lineBegin, entry->nextLine, std::string());
+    return true;
+}
+
+bool CQzProfileFile::DeleteSection(const std::string& section)
+{
+    const Section* found = FindSection(section);
+    if (!found)
+        return false;
+    Splice(found->headerBegin, found->end, std::string());
+    return true;
+}
+
+} // namespace QzPlatform

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <limits>
 
 namespace QzPlatform
 {
@@ -197,33 +198,41 @@ bool CEditControl::InsertText(std::wstring text, const EditInsert& how)
         return false;
     if (text.empty() && !m_text.HasSelection())
         return !cut;
-    Changed(m_text.ReplaceSelection(text), how.canUndo, how.kind);
+    Changed(m_text.ReplaceSelection(text), how.canUndo);
     return !cut;
 }
 
-void CEditControl::DeleteRange(size_t start, size_t end, CEditUndo::Kind kind)
+void CEditControl::DeleteRange(size_t start, size_t end)
 {
     if (start >= end)
         return;
     m_text.SetSelection(start, end);
-    Changed(m_text.ReplaceSelection(std::wstring()), true, kind);
+    Changed(m_text.ReplaceSelection(std::wstring()), true);
 }
 
-void CEditControl::Changed(const EditChange& change, bool canUndo, CEditUndo::Kind kind)
+void CEditControl::Changed(const EditChange& change, bool canUndo)
 {
     if (change.IsEmpty())
         return;
     if (canUndo)
-        m_undo.Record(change, kind);
+        m_undo.Record(change);
     else
         m_undo.Empty();
     m_bModified = true;
     Invalidate();
     if (change.removed.size() > change.inserted.size())
         PullBackView();
+    NotifyChange();
+}
+
+// EN_UPDATE once the text is laid out, the view brought to the caret (which may scroll), then
+// EN_CHANGE.
+void CEditControl::NotifyChange()
+{
+    if (!Notify(EN_UPDATE))
+        return;
     ScrollCaret();
-    if (Notify(EN_UPDATE))
-        Notify(EN_CHANGE);
+    Notify(EN_CHANGE);
 }
 
 // After a deletion a single-line view whose text now ends inside it shows as much as fits.
@@ -243,9 +252,7 @@ bool CEditControl::Undo()
     m_undo.Undo(m_text);
     m_bModified = true;
     Invalidate();
-    ScrollCaret();
-    if (Notify(EN_UPDATE))
-        Notify(EN_CHANGE);
+    NotifyChange();
     return true;
 }
 
@@ -291,7 +298,7 @@ void CEditControl::Cut()
 void CEditControl::Clear()
 {
     if (!m_bReadOnly)
-        DeleteRange(m_text.SelStart(), m_text.SelEnd(), CEditUndo::Kind::Other);
+        DeleteRange(m_text.SelStart(), m_text.SelEnd());
 }
 
 // A single-line window takes the clipboard's text up to its first line break.
@@ -408,23 +415,35 @@ void CEditControl::ScrollSingleLine(int caretX, int width)
     m_nScrollX = m_layout.XOfChar(m_layout.FirstCharFrom(0, scroll));
 }
 
+// The fewest lines that bring the caret's line in; across, a third of the width past it.
 void CEditControl::ScrollMultiLine(size_t caretLine, int caretX, int width)
 {
     const size_t visible = VisibleLines();
-    if (caretLine < m_nTopLine)
-        m_nTopLine = caretLine;
-    else if (caretLine >= m_nTopLine + visible)
-        m_nTopLine = caretLine - visible + 1;
-    if (m_bWraps)
-    {
-        m_nScrollX = 0;
-        return;
-    }
+    size_t top = m_nTopLine;
+    if (caretLine < top)
+        top = caretLine;
+    else if (caretLine >= top + visible)
+        top = caretLine - visible + 1;
+    int scrollX = m_bWraps ? 0 : m_nScrollX;
     const int step = std::max(width / 3, m_cell.width);
-    if (caretX > m_nScrollX + width)
-        m_nScrollX = caretX - width + step;
-    else if (caretX < m_nScrollX)
-        m_nScrollX = std::max(caretX - step, 0);
+    if (!m_bWraps && caretX > scrollX + width)
+        scrollX = caretX - width + step;
+    else if (!m_bWraps && caretX < scrollX)
+        scrollX = std::max(caretX - step, 0);
+    MoveView(top, scrollX);
+}
+
+// Every move of a multi-line view tells the parent first, EN_VSCROLL and EN_HSCROLL, as
+// Windows does whatever moved it.
+bool CEditControl::MoveView(size_t top, int scrollX)
+{
+    if (top != m_nTopLine && !Notify(EN_VSCROLL))
+        return false;
+    if (scrollX != m_nScrollX && !Notify(EN_HSCROLL))
+        return false;
+    m_nTopLine = top;
+    m_nScrollX = scrollX;
+    return true;
 }
 
 void CEditControl::ScrollLines(LONG_PTR lines, LONG_PTR chars)
@@ -432,9 +451,10 @@ void CEditControl::ScrollLines(LONG_PTR lines, LONG_PTR chars)
     const auto count = static_cast<LONG_PTR>(Layout().LineCount());
     const LONG_PTR top =
         std::clamp<LONG_PTR>(static_cast<LONG_PTR>(m_nTopLine) + lines, 0, count - 1);
-    m_nTopLine = static_cast<size_t>(top);
-    if (!m_bWraps)
-        m_nScrollX = static_cast<int>(std::max<LONG_PTR>(m_nScrollX + chars * m_cell.width, 0));
+    const LONG_PTR scrollX = m_bWraps ? 0
+                                      : std::clamp<LONG_PTR>(m_nScrollX + chars * m_cell.width, 0,
+                                                             std::numeric_limits<int>::max());
+    MoveView(static_cast<size_t>(top), static_cast<int>(scrollX));
 }
 
 LONG_PTR CEditControl::ScrollVertical(int code, int position)
@@ -470,7 +490,7 @@ LONG_PTR CEditControl::ScrollVertical(int code, int position)
     default:
         return 0;
     }
-    m_nTopLine = static_cast<size_t>(std::clamp<LONG_PTR>(target, 0, count - 1));
+    MoveView(static_cast<size_t>(std::clamp<LONG_PTR>(target, 0, count - 1)), m_nScrollX);
     return target - top;
 }
 
@@ -504,7 +524,7 @@ void CEditControl::ScrollHorizontal(int code)
         return;
     }
     if (!m_bWraps)
-        m_nScrollX = std::clamp(target, 0, std::max(widest, 0));
+        MoveView(m_nTopLine, std::clamp(target, 0, std::max(widest, 0)));
 }
 
 void CEditControl::OnSize()

@@ -18,12 +18,11 @@
 namespace QzPlatform
 {
 
-// How an insertion is made: whether it can be undone (and how it joins the undo record) and
-// whether the text limit and the window's room cut it.
+// How an insertion is made: whether it can be undone and whether the text limit and the
+// window's room cut it.
 struct EditInsert
 {
     bool canUndo = true;
-    CEditUndo::Kind kind = CEditUndo::Kind::Other;
     bool honorLimit = true;
 };
 
@@ -56,7 +55,7 @@ public:
     // (EN_MAXTEXT when cut), replace the selection, record undo, notify. False when cut.
     bool InsertText(std::wstring text, const EditInsert& how);
     // Removes [start, end) as a user edit (Backspace, Delete, WM_CLEAR).
-    void DeleteRange(size_t start, size_t end, CEditUndo::Kind kind);
+    void DeleteRange(size_t start, size_t end);
     bool Undo();
     bool CanUndo() const { return m_undo.CanUndo(); }
     void EmptyUndo() { m_undo.Empty(); }
@@ -99,7 +98,8 @@ public:
     void ScrollCaret();
     // EM_LINESCROLL (multi-line only).
     void ScrollLines(LONG_PTR lines, LONG_PTR chars);
-    // A scroll bar's command (WM_VSCROLL, WM_HSCROLL, EM_SCROLL); the lines it moved.
+    // A scroll bar's command (WM_VSCROLL, EM_SCROLL, WM_HSCROLL of a multi-line window); the
+    // lines it moved.
     LONG_PTR ScrollVertical(int code, int position);
     void ScrollHorizontal(int code);
 
@@ -125,9 +125,11 @@ private:
     bool CutToRoom(std::wstring& text);
     bool Fits(const std::wstring& text);
     bool ChecksRoom() const;
-    void Changed(const EditChange& change, bool canUndo, CEditUndo::Kind kind);
+    void Changed(const EditChange& change, bool canUndo);
     void Invalidate() { m_bLayoutValid = false; }
     void PullBackView();
+    void NotifyChange();
+    bool MoveView(size_t top, int scrollX);
     std::wstring DisplayText(const std::wstring& text) const;
     int WrapWidth() const;
     int ClientWidth() const;

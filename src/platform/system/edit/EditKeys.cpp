@@ -120,13 +120,13 @@ void CEditKeys::Delete(CEditControl& edit, bool shift, bool ctrl)
     const size_t caret = text.Caret();
     if (shift)
     {
-        edit.DeleteRange(text.PreviousPosition(caret), caret, CEditUndo::Kind::Backspace);
+        edit.DeleteRange(text.PreviousPosition(caret), caret);
         return;
     }
     const CEditLayout& layout = edit.Layout();
     const EditLine& line = layout.Line(layout.LineOfChar(caret));
     const size_t end = ctrl ? std::max(line.start + line.length, caret) : text.NextPosition(caret);
-    edit.DeleteRange(caret, end, CEditUndo::Kind::Delete);
+    edit.DeleteRange(caret, end);
 }
 
 void CEditKeys::OnChar(CEditControl& edit, wchar_t ch)
@@ -174,10 +174,10 @@ void CEditKeys::Backspace(CEditControl& edit)
         return;
     if (text.HasSelection())
     {
-        edit.DeleteRange(text.SelStart(), text.SelEnd(), CEditUndo::Kind::Other);
+        edit.DeleteRange(text.SelStart(), text.SelEnd());
         return;
     }
-    edit.DeleteRange(text.PreviousPosition(text.Caret()), text.Caret(), CEditUndo::Kind::Backspace);
+    edit.DeleteRange(text.PreviousPosition(text.Caret()), text.Caret());
 }
 
 // A new line in a multi-line window; one that has no room for it beeps. A read-only window
@@ -192,7 +192,7 @@ void CEditKeys::Enter(CEditControl& edit)
         MoveVertically(edit, 1, false);
         return;
     }
-    if (!edit.InsertText(L"\r\n", {true, CEditUndo::Kind::Other, true}))
+    if (!edit.InsertText(L"\r\n", EditInsert()))
         edit.Beep();
 }
 
@@ -211,7 +211,7 @@ void CEditKeys::Type(CEditControl& edit, wchar_t ch)
         ch = static_cast<wchar_t>(std::towupper(static_cast<wint_t>(ch)));
     else if (style & ES_LOWERCASE)
         ch = static_cast<wchar_t>(std::towlower(static_cast<wint_t>(ch)));
-    edit.InsertText(std::wstring(1, ch), {true, CEditUndo::Kind::Typing, true});
+    edit.InsertText(std::wstring(1, ch), EditInsert());
 }
 
 } // namespace QzPlatform

@@ -94,8 +94,8 @@ size_t CEditText::NextWordStart(size_t index) const
     return index;
 }
 
-// The run of word characters (or of spaces) that holds the character at index; at the end of
-// the text, the run before it.
+// The run of word characters that holds the character at index and the spaces and tabs after
+// it, or the run of spaces at index; at the end of the text, the run before it.
 void CEditText::WordAt(size_t index, size_t* start, size_t* end) const
 {
     index = Clamp(index);
@@ -109,6 +109,9 @@ void CEditText::WordAt(size_t index, size_t* start, size_t* end) const
         while (first > 0 && IsSpaceAt(first - 1) == space)
             --first;
         while (last < m_strText.size() && IsSpaceAt(last) == space)
+            ++last;
+        while (!space && last < m_strText.size() &&
+               (m_strText[last] == L' ' || m_strText[last] == L'\t'))
             ++last;
     }
     *start = first;

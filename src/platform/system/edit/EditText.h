@@ -45,7 +45,8 @@ public:
     EditChange Replace(size_t start, size_t end, const std::wstring& text);
 
     // Moves: one character back or forth (a CR LF pair is one step), the word boundaries that
-    // Ctrl+Left and Ctrl+Right reach, and the word around a position (a double click).
+    // Ctrl+Left and Ctrl+Right reach, and what a double click selects: the word at a position
+    // with the spaces after it, or the run of spaces there.
     size_t PreviousPosition(size_t index) const;
     size_t NextPosition(size_t index) const;
     size_t PreviousWordStart(size_t index) const;

@@ -6,61 +6,52 @@ namespace QzPlatform
 void CEditUndo::Empty()
 {
     m_bValid = false;
-    m_eKind = Kind::Other;
     m_nStart = 0;
     m_nInserted = 0;
     m_strRemoved.clear();
 }
 
-bool CEditUndo::Continues(const EditChange& change, Kind kind) const
-{
-    if (!m_bValid || kind != m_eKind || kind == Kind::Other)
-        return false;
-    const size_t removed = change.removed.size();
-    switch (kind)
-    {
-    case Kind::Typing:
-        return removed == 0 && change.start == m_nStart + m_nInserted;
-    case Kind::Backspace:
-        return change.inserted.empty() && change.start + removed == m_nStart && m_nInserted == 0;
-    case Kind::Delete:
-        return change.inserted.empty() && change.start == m_nStart && m_nInserted == 0;
-    default:
-        return false;
-    }
-}
-
-void CEditUndo::Record(const EditChange& change, Kind kind)
+void CEditUndo::Record(const EditChange& change)
 {
     if (change.IsEmpty())
         return;
-    // Backspace over characters just typed takes them back out of the typing record.
-    const bool eatsTyping = kind == Kind::Backspace && m_bValid && m_eKind == Kind::Typing &&
-                            change.inserted.empty() && change.start >= m_nStart &&
-                            change.start + change.removed.size() == m_nStart + m_nInserted;
-    if (eatsTyping)
+    if (!change.removed.empty())
+        RecordRemoval(change.start, change.removed);
+    if (!change.inserted.empty())
+        RecordInsertion(change.start, change.inserted.size(), !change.removed.empty());
+}
+
+void CEditUndo::RecordRemoval(size_t start, const std::wstring& removed)
+{
+    const bool joins = m_bValid && m_nInserted == 0;
+    if (joins && start == m_nStart)
+        m_strRemoved += removed; // Delete again at the same place
+    else if (joins && start + removed.size() == m_nStart)
     {
-        m_nInserted -= change.removed.size();
-        return;
+        m_strRemoved.insert(0, removed); // Backspace again before it
+        m_nStart = start;
     }
-    if (Continues(change, kind))
+    else
     {
-        if (kind == Kind::Typing)
-            m_nInserted += change.inserted.size();
-        else if (kind == Kind::Backspace)
-        {
-            m_strRemoved.insert(0, change.removed);
-            m_nStart = change.start;
-        }
-        else
-            m_strRemoved += change.removed;
-        return;
+        m_strRemoved = removed;
+        m_nStart = start;
     }
+    m_nInserted = 0;
     m_bValid = true;
-    m_eKind = kind;
-    m_nStart = change.start;
-    m_nInserted = change.inserted.size();
-    m_strRemoved = change.removed;
+}
+
+void CEditUndo::RecordInsertion(size_t start, size_t length, bool sameEdit)
+{
+    const bool continues = m_bValid && (m_nInserted > 0 ? start == m_nStart + m_nInserted
+                                                        : sameEdit || start == m_nStart);
+    if (!continues)
+    {
+        m_strRemoved.clear();
+        m_nStart = start;
+        m_nInserted = 0;
+    }
+    m_nInserted += length;
+    m_bValid = true;
 }
 
 bool CEditUndo::Undo(CEditText& text)
@@ -68,7 +59,6 @@ bool CEditUndo::Undo(CEditText& text)
     if (!m_bValid)
         return false;
     const EditChange reverse = text.Replace(m_nStart, m_nStart + m_nInserted, m_strRemoved);
-    m_eKind = Kind::Other;
     m_nStart = reverse.start;
     m_nInserted = reverse.inserted.size();
     m_strRemoved = reverse.removed;

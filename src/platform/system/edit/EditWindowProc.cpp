@@ -117,7 +117,8 @@ LRESULT GetSel(const CEditText& text, WPARAM startOut, LPARAM endOut)
     return MAKELONG(start, end);
 }
 
-// EM_GETLINE: the size in characters is in the first 16-bit word of the buffer; no null added.
+// EM_GETLINE: the size in characters is in the first 16-bit word of the buffer; a null follows
+// the line only when there is room for it, and is not counted.
 LRESULT GetLine(CEditControl& edit, WPARAM line, LPARAM buffer)
 {
     const CEditLayout& layout = edit.Layout();
@@ -128,15 +129,20 @@ LRESULT GetLine(CEditControl& edit, WPARAM line, LPARAM buffer)
     std::memcpy(&size, reinterpret_cast<const void*>(buffer), sizeof(size));
     const EditLine& info = layout.Line(index);
     const size_t length = std::min<size_t>(info.length, size);
-    std::wmemcpy(reinterpret_cast<wchar_t*>(buffer), edit.Text().Text().data() + info.start,
-                 length);
+    auto* out = reinterpret_cast<wchar_t*>(buffer);
+    std::wmemcpy(out, edit.Text().Text().data() + info.start, length);
+    if (length < size)
+        out[length] = L'\0';
     return static_cast<LRESULT>(length);
 }
 
+// A single-line window answers 0 for any line.
 LRESULT LineIndex(CEditControl& edit, WPARAM wParam)
 {
     const CEditLayout& layout = edit.Layout();
     const int requested = static_cast<int>(wParam);
+    if (!edit.IsMultiLine())
+        return 0;
     const size_t line =
         requested == -1 ? layout.LineOfChar(edit.Text().Caret()) : static_cast<size_t>(requested);
     if (requested < -1 || line >= layout.LineCount())
@@ -144,12 +150,18 @@ LRESULT LineIndex(CEditControl& edit, WPARAM wParam)
     return static_cast<LRESULT>(layout.Line(line).start);
 }
 
-// By character index; -1: the characters on the selection's lines that are not selected.
+// By character index; -1: the characters on the selection's lines that are not selected. A
+// single-line window answers the length of its text; an index past the end gives 0.
 LRESULT LineLength(CEditControl& edit, WPARAM wParam)
 {
     const CEditLayout& layout = edit.Layout();
     const CEditText& text = edit.Text();
     const int index = static_cast<int>(wParam);
+    const bool pastEnd = index < -1 || (index >= 0 && static_cast<size_t>(index) > text.Length());
+    if (pastEnd)
+        return 0;
+    if (!edit.IsMultiLine())
+        return static_cast<LRESULT>(text.Length());
     if (index == -1)
     {
         const EditLine& first = layout.Line(layout.LineOfChar(text.SelStart()));
@@ -158,10 +170,6 @@ LRESULT LineLength(CEditControl& edit, WPARAM wParam)
             (text.SelStart() - first.start) +
             (last.start + last.length - std::min(text.SelEnd(), last.start + last.length)));
     }
-    if (index < 0 || static_cast<size_t>(index) > text.Length())
-        return 0;
-    if (!edit.IsMultiLine())
-        return static_cast<LRESULT>(text.Length());
     return static_cast<LRESULT>(layout.Line(layout.LineOfChar(static_cast<size_t>(index))).length);
 }
 
@@ -203,7 +211,7 @@ LRESULT GetRect(CEditControl& edit, LPARAM lParam)
 LRESULT ReplaceSel(CEditControl& edit, WPARAM canUndo, LPARAM lParam)
 {
     const std::wstring text = lParam ? reinterpret_cast<LPCWSTR>(lParam) : L"";
-    edit.InsertText(text, {canUndo != 0, CEditUndo::Kind::Other, true});
+    edit.InsertText(text, {canUndo != 0, true});
     return 0;
 }
 
@@ -248,31 +256,16 @@ LRESULT OnImeComposition(CEditControl& edit, HWND hwnd, WPARAM wParam, LPARAM lP
                                  static_cast<DWORD>(result.size() * sizeof(wchar_t)));
     ImmReleaseContext(hwnd, himc);
     if (!edit.IsReadOnly() && !result.empty())
-        edit.InsertText(result, {true, CEditUndo::Kind::Other, true});
+        edit.InsertText(result, EditInsert());
     return 0;
 }
 
+// Three lines a notch; the view's move tells the parent (EN_VSCROLL).
 LRESULT OnMouseWheel(CEditControl& edit, WPARAM wParam)
 {
-    if (!edit.IsMultiLine())
-        return 0;
     const int lines = -GET_WHEEL_DELTA_WPARAM(wParam) * kWheelLines / WHEEL_DELTA;
-    if (lines != 0 && edit.Notify(EN_VSCROLL))
+    if (edit.IsMultiLine())
         edit.ScrollLines(lines, 0);
-    return 0;
-}
-
-LRESULT OnVScroll(CEditControl& edit, WPARAM wParam)
-{
-    if (edit.IsMultiLine() && edit.Notify(EN_VSCROLL))
-        edit.ScrollVertical(LOWORD(wParam), HIWORD(wParam));
-    return 0;
-}
-
-LRESULT OnHScroll(CEditControl& edit, WPARAM wParam)
-{
-    if (edit.Notify(EN_HSCROLL))
-        edit.ScrollHorizontal(LOWORD(wParam));
     return 0;
 }
 
@@ -291,10 +284,11 @@ LRESULT DialogCode(const CEditControl& edit)
     return edit.IsMultiLine() ? code | kDlgWantAllKeys : code;
 }
 
+// TRUE, with something to undo or not.
 LRESULT OnUndo(CEditControl& edit)
 {
-    const bool undone = edit.Undo();
-    return edit.IsMultiLine() ? undone : TRUE;
+    edit.Undo();
+    return TRUE;
 }
 
 LRESULT HandleEditMessage(CEditControl& edit, HWND hwnd, UINT msg, WPARAM wParam, LPARAM lParam)
@@ -428,9 +422,13 @@ LRESULT Handle(CEditControl& edit, HWND hwnd, UINT msg, WPARAM wParam, LPARAM lP
     case WM_MOUSEWHEEL:
         return OnMouseWheel(edit, wParam);
     case WM_VSCROLL:
-        return OnVScroll(edit, wParam);
+        if (edit.IsMultiLine())
+            edit.ScrollVertical(LOWORD(wParam), HIWORD(wParam));
+        return 0;
     case WM_HSCROLL:
-        return OnHScroll(edit, wParam);
+        if (edit.IsMultiLine())
+            edit.ScrollHorizontal(LOWORD(wParam));
+        return 0;
     case WM_COPY:
         edit.Copy();
         return 0;

@@ -142,7 +142,7 @@ TEST_F(EditTest, ScrollBarsAndTheWheelNotifyBeforeScrolling)
     EXPECT_EQ(TakeCodes(), (std::vector<WORD>{EN_VSCROLL, EN_VSCROLL, EN_VSCROLL, EN_HSCROLL}));
 }
 
-TEST_F(EditTest, EmScrollAnswersTheLinesMovedWithoutNotifying)
+TEST_F(EditTest, EmScrollAnswersTheLinesMovedAndNotifiesEachMove)
 {
     const HWND hwnd = CreateEdit(ES_MULTILINE | ES_AUTOVSCROLL, 100, 24, L"1\r\n2\r\n3\r\n4");
     SetSel(hwnd, 0, 0);
@@ -152,7 +152,7 @@ TEST_F(EditTest, EmScrollAnswersTheLinesMovedWithoutNotifying)
     EXPECT_EQ(SendMessageW(hwnd, EM_GETFIRSTVISIBLELINE, 0, 0), 2);
     EXPECT_EQ(SendMessageW(hwnd, EM_SCROLL, SB_LINEUP, 0), MAKELONG(0xFFFF, TRUE));
     EXPECT_EQ(SendMessageW(hwnd, EM_SCROLL, 99, 0), FALSE);
-    EXPECT_TRUE(TakeCodes().empty());
+    EXPECT_EQ(TakeCodes(), (std::vector<WORD>{EN_VSCROLL, EN_VSCROLL}));
     EXPECT_EQ(SendMessageW(CreateEdit(ES_AUTOHSCROLL), EM_SCROLL, SB_LINEDOWN, 0), FALSE);
 }
 
@@ -182,4 +182,27 @@ TEST_F(EditTest, HostileParametersGetClearResults)
     SendMessageW(hwnd, WM_KEYDOWN, 0xFFFF, 1);
     SendMessageW(hwnd, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(-30000, 30000));
     EXPECT_TRUE(IsWindow(hwnd));
+}
+
+TEST_F(EditTest, TypingPastTheBottomScrollsBetweenUpdateAndChange)
+{
+    const HWND hwnd = CreateEdit(ES_MULTILINE | ES_AUTOVSCROLL, 100, 24, L"1\r\n2");
+    SetSel(hwnd, 4, 4);
+    TakeCodes();
+    Type(hwnd, L"\r");
+    EXPECT_EQ(TakeCodes(), (std::vector<WORD>{EN_UPDATE, EN_VSCROLL, EN_CHANGE}));
+    EXPECT_EQ(SendMessageW(hwnd, EM_GETFIRSTVISIBLELINE, 0, 0), 1);
+    SendMessageW(hwnd, EM_LINESCROLL, 0, -1);
+    EXPECT_EQ(TakeCodes(), std::vector<WORD>{EN_VSCROLL});
+    SendMessageW(hwnd, EM_LINESCROLL, 0, -1); // already at the top: no move, no word
+    EXPECT_TRUE(TakeCodes().empty());
+}
+
+TEST_F(EditTest, SingleLineScrollsWithoutNotifying)
+{
+    const HWND hwnd = CreateEdit(ES_AUTOHSCROLL, 30, 24);
+    Type(hwnd, L"abcdefghij");
+    ASSERT_GT(SendMessageW(hwnd, EM_GETFIRSTVISIBLELINE, 0, 0), 0);
+    for (WORD code : TakeCodes())
+        EXPECT_TRUE(code == EN_UPDATE || code == EN_CHANGE) << code;
 }

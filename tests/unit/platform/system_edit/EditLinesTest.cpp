@@ -64,21 +64,24 @@ TEST_F(EditTest, SingleLineHasOneLineHoldingEverything)
     const HWND hwnd = CreateEdit(ES_AUTOHSCROLL, 100, 24, L"ab\r\ncd");
     EXPECT_EQ(Send(hwnd, EM_GETLINECOUNT, 0), 1);
     EXPECT_EQ(Send(hwnd, EM_LINEINDEX, 0), 0);
-    EXPECT_EQ(Send(hwnd, EM_LINEINDEX, 1), -1);
+    EXPECT_EQ(Send(hwnd, EM_LINEINDEX, 1), 0); // any line of a single-line window
     EXPECT_EQ(Send(hwnd, EM_LINELENGTH, 5), 6);
+    SetSel(hwnd, 1, 3);
+    EXPECT_EQ(Send(hwnd, EM_LINELENGTH, WPARAM(-1)), 6);
+    EXPECT_EQ(Send(hwnd, EM_LINELENGTH, 7), 0);
     EXPECT_EQ(Send(hwnd, EM_LINEFROMCHAR, 5), 0);
     const HWND empty = CreateEdit(ES_MULTILINE);
     EXPECT_EQ(Send(empty, EM_GETLINECOUNT, 0), 1);
 }
 
-TEST_F(EditTest, GetLineTakesItsSizeFromTheFirstWordAndAddsNoNull)
+TEST_F(EditTest, GetLineTakesItsSizeFromTheFirstWordAndAddsANullOnlyWithRoom)
 {
     const HWND hwnd = CreateEdit(ES_MULTILINE | ES_AUTOVSCROLL, 200, 60, kThreeBreaks);
     wchar_t buffer[8];
     std::fill(std::begin(buffer), std::end(buffer), L'#');
     buffer[0] = 8;
     EXPECT_EQ(Send(hwnd, EM_GETLINE, 3, reinterpret_cast<LPARAM>(buffer)), 4);
-    EXPECT_EQ(std::wstring(buffer, 5), L"fghi#");
+    EXPECT_EQ(std::wstring(buffer, 6), std::wstring(L"fghi\0#", 6));
     buffer[0] = 2;
     EXPECT_EQ(Send(hwnd, EM_GETLINE, 0, reinterpret_cast<LPARAM>(buffer)), 2);
     EXPECT_EQ(std::wstring(buffer, 3), L"abh");

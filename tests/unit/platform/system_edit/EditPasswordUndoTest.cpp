@@ -79,26 +79,47 @@ TEST_F(EditTest, UndoTakesBackTypingAsOneStepAndASecondUndoRedoes)
     EXPECT_EQ(Sel(hwnd), std::make_pair(DWORD(1), DWORD(4))); // what came back is selected
 }
 
-TEST_F(EditTest, UndoRestoresWhatTypingReplacedAndBackspaceRemoved)
+TEST_F(EditTest, UndoTakesBackTheLastStepOfEdits)
 {
     const struct
     {
         const wchar_t* typed;
         int selStart, selEnd;
-        const wchar_t* before;
+        const wchar_t* afterUndo;
     } cases[] = {
-        {L"XY", 1, 4, L"abcdef"},     // typing over a selection
-        {L"\b\b\b", 4, 4, L"abcdef"}, // Backspaces join into one step
-        {L"ab\bc", 6, 6, L"abcdef"},  // Backspace over typing stays in its step
+        {L"XY", 1, 4, L"abcdef"},      // typing over a selection is one step
+        {L"\b\b\b", 4, 4, L"abcdef"},  // Backspaces join into one step
+        {L"\b\bXY", 4, 4, L"abcdef"},  // so does typing where they stopped
+        {L"ab\b", 6, 6, L"abcdefab"},  // Backspace after typing is a step of its own
+        {L"ab\bc", 6, 6, L"abcdefab"}, // and typing joins it
     };
     for (const auto& c : cases)
     {
-        const HWND hwnd = CreateEdit(ES_AUTOHSCROLL, 200, 24, c.before);
+        const HWND hwnd = CreateEdit(ES_AUTOHSCROLL, 200, 24, L"abcdef");
         SetSel(hwnd, c.selStart, c.selEnd);
         Type(hwnd, c.typed);
         SendMessageW(hwnd, EM_UNDO, 0, 0);
-        EXPECT_EQ(TextW(hwnd), c.before) << "typed " << c.typed[0];
+        EXPECT_EQ(TextW(hwnd), c.afterUndo) << "typed " << c.typed[0];
     }
+}
+
+TEST_F(EditTest, UndoStepEndsWhereTypingMovesElsewhere)
+{
+    const HWND hwnd = CreateEdit(ES_AUTOHSCROLL, 200, 24, L"abc");
+    SetSel(hwnd, 0, 0);
+    Type(hwnd, L"x");
+    SetSel(hwnd, 4, 4);
+    Type(hwnd, L"y");
+    SendMessageW(hwnd, EM_UNDO, 0, 0);
+    EXPECT_EQ(TextW(hwnd), L"xabc");
+
+    const HWND other = CreateEdit(ES_AUTOHSCROLL, 200, 24);
+    Type(other, L"ab");
+    SetClipboardW(L"cd");
+    SendMessageW(other, WM_PASTE, 0, 0); // a paste where typing goes on joins its step
+    Type(other, L"e");
+    SendMessageW(other, EM_UNDO, 0, 0);
+    EXPECT_EQ(TextW(other), L"");
 }
 
 TEST_F(EditTest, DeleteKeysJoinIntoOneUndoStep)
@@ -114,10 +135,9 @@ TEST_F(EditTest, DeleteKeysJoinIntoOneUndoStep)
 
 TEST_F(EditTest, EmptyUndoBufferAndUndoResultsOfEachKind)
 {
-    const HWND multi = CreateEdit(ES_MULTILINE | ES_AUTOVSCROLL);
-    EXPECT_FALSE(SendMessageW(multi, EM_UNDO, 0, 0)); // nothing to undo
+    for (DWORD style : {DWORD(ES_MULTILINE), DWORD(ES_AUTOHSCROLL)})
+        EXPECT_TRUE(SendMessageW(CreateEdit(style), EM_UNDO, 0, 0)); // even with nothing to undo
     const HWND single = CreateEdit(ES_AUTOHSCROLL);
-    EXPECT_TRUE(SendMessageW(single, EM_UNDO, 0, 0)); // always TRUE for single-line
     Type(single, L"a");
     SendMessageW(single, EM_EMPTYUNDOBUFFER, 0, 0);
     EXPECT_FALSE(SendMessageW(single, EM_CANUNDO, 0, 0));

@@ -148,9 +148,17 @@ TEST_F(EditTest, MouseClickPlacesTheCaretAndDragSelects)
     EXPECT_EQ(Sel(hwnd), Range(0, 2)); // Shift extends from the anchor
 }
 
-TEST_F(EditTest, DoubleClickSelectsAWord)
+TEST_F(EditTest, DoubleClickSelectsAWordWithTheSpacesAfterIt)
 {
-    const HWND hwnd = CreateEdit(ES_AUTOHSCROLL, 200, 24, L"one two three");
-    SendMessageW(hwnd, WM_LBUTTONDBLCLK, MK_LBUTTON, MAKELPARAM(27, 5));
-    EXPECT_EQ(Sel(hwnd), Range(4, 7));
+    const HWND hwnd = CreateEdit(ES_AUTOHSCROLL, 200, 24, L"one two  three");
+    const struct
+    {
+        int x;
+        Range expected;
+    } cases[] = {{27, {4, 9}}, {3, {0, 4}}, {45, {7, 9}}, {80, {9, 14}}, {199, {9, 14}}};
+    for (const auto& c : cases)
+    {
+        SendMessageW(hwnd, WM_LBUTTONDBLCLK, MK_LBUTTON, MAKELPARAM(c.x, 5));
+        EXPECT_EQ(Sel(hwnd), c.expected) << "x " << c.x;
+    }
 }

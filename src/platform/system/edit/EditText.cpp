@@ -50,6 +50,11 @@ bool CEditText::IsBreakAt(size_t index) const
            m_strText[index + 1] == L'\n';
 }
 
+bool CEditText::IsBlankAt(size_t index) const
+{
+    return m_strText[index] == L' ' || m_strText[index] == L'\t';
+}
+
 bool CEditText::IsSpaceAt(size_t index) const
 {
     const wchar_t ch = m_strText[index];
@@ -72,24 +77,30 @@ size_t CEditText::NextPosition(size_t index) const
     return IsBreakAt(index) ? index + 2 : index + 1;
 }
 
-// Back over spaces, then over the word before them.
+// A line break is a step of its own; otherwise back over spaces, then over the word before
+// them, both within the line.
 size_t CEditText::PreviousWordStart(size_t index) const
 {
     index = Clamp(index);
-    while (index > 0 && IsSpaceAt(index - 1))
+    if (index >= 2 && IsBreakAt(index - 2))
+        return index - 2;
+    while (index > 0 && IsBlankAt(index - 1))
         --index;
     while (index > 0 && !IsSpaceAt(index - 1))
         --index;
     return index;
 }
 
-// Over the rest of the word, then over the spaces after it.
+// A line break is a step of its own; otherwise over the rest of the word, then over the spaces
+// after it, both within the line.
 size_t CEditText::NextWordStart(size_t index) const
 {
     index = Clamp(index);
+    if (IsBreakAt(index))
+        return index + 2;
     while (index < m_strText.size() && !IsSpaceAt(index))
         ++index;
-    while (index < m_strText.size() && IsSpaceAt(index))
+    while (index < m_strText.size() && IsBlankAt(index))
         ++index;
     return index;
 }
@@ -110,8 +121,7 @@ void CEditText::WordAt(size_t index, size_t* start, size_t* end) const
             --first;
         while (last < m_strText.size() && IsSpaceAt(last) == space)
             ++last;
-        while (!space && last < m_strText.size() &&
-               (m_strText[last] == L' ' || m_strText[last] == L'\t'))
+        while (!space && last < m_strText.size() && IsBlankAt(last))
             ++last;
     }
     *start = first;

@@ -45,8 +45,8 @@ public:
     EditChange Replace(size_t start, size_t end, const std::wstring& text);
 
     // Moves: one character back or forth (a CR LF pair is one step), the word boundaries that
-    // Ctrl+Left and Ctrl+Right reach, and what a double click selects: the word at a position
-    // with the spaces after it, or the run of spaces there.
+    // Ctrl+Left and Ctrl+Right reach (a line break is a stop), and what a double click selects: the
+    // word at a position with the spaces after it, or the run of spaces there.
     size_t PreviousPosition(size_t index) const;
     size_t NextPosition(size_t index) const;
     size_t PreviousWordStart(size_t index) const;
@@ -55,6 +55,8 @@ public:
 
 private:
     size_t Clamp(size_t index) const { return index < m_strText.size() ? index : m_strText.size(); }
+    // A space or tab; IsSpaceAt also takes CR and LF.
+    bool IsBlankAt(size_t index) const;
     bool IsSpaceAt(size_t index) const;
     bool IsBreakAt(size_t index) const;
 

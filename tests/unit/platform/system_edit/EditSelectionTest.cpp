@@ -100,6 +100,22 @@ TEST_F(EditTest, CtrlArrowsMoveByWords)
     EXPECT_EQ(Sel(hwnd), Range(0, 4));
 }
 
+TEST_F(EditTest, CtrlArrowsStopAtLineBreaks)
+{
+    const HWND hwnd = CreateEdit(ES_MULTILINE | ES_AUTOVSCROLL, 200, 60, L"ab\r\n\r\ncd ef");
+    SetSel(hwnd, 0, 0);
+    for (DWORD caret : {2u, 4u, 6u, 9u, 11u})
+    {
+        Press(hwnd, VK_RIGHT, false, true);
+        EXPECT_EQ(Sel(hwnd), Range(caret, caret));
+    }
+    for (DWORD caret : {9u, 6u, 4u, 2u, 0u})
+    {
+        Press(hwnd, VK_LEFT, false, true);
+        EXPECT_EQ(Sel(hwnd), Range(caret, caret));
+    }
+}
+
 TEST_F(EditTest, DeleteKeyRemovesTheNextCharacterOrTheSelection)
 {
     const HWND hwnd = CreateEdit(ES_MULTILINE | ES_AUTOVSCROLL, 100, 48, L"ab\r\ncd");

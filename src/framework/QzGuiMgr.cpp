@@ -12,6 +12,7 @@
 #include "platform/services/QzScreenAdapter.h"
 #include "platform/services/QzTextDraw.h"
 #include "platform/system/kernel/QzPathResolve.h"
+#include "textinput/QzEdit.h"
 #include "textinput/QzEditSingle.h"
 
 #include <algorithm>
@@ -136,8 +137,8 @@ BOOL CQzGuiMgr::Init(HINSTANCE hInstance, HWND hWnd, int nDefaultDlgId, const ch
     m_hWnd = hWnd;
     m_nDefaultDlgId = nDefaultDlgId;
     m_hInstance = hInstance;
-    if (!g_pQzEditSingle->IsInitialized())
-        g_pQzEditSingle->Init(hInstance, hWnd, this);
+    if (!g_pQzEditSingle->IsCreated())
+        g_pQzEditSingle->Create(hInstance, hWnd, this);
     if (!m_pCursorMgr)
     {
         m_pCursorMgr = new CQzCursorMgr;
@@ -183,7 +184,9 @@ void CQzGuiMgr::LoadLayout(const char* pszFile)
     GetInfoMgr()->LoadLayout(pszFile);
     ReloadEffectPlacement();
     ReloadAllDialogs(1);
-    // The edit shell fits its system window to the bound edit box once binding exists.
+    // A reloaded record may have resized the bound edit box.
+    if (g_pQzEditSingle)
+        g_pQzEditSingle->FitToActiveEdit();
 }
 
 void CQzGuiMgr::UnhideDialogs()
@@ -631,7 +634,8 @@ int CQzGuiMgr::GetDebugMode()
 
 DWORD CQzGuiMgr::GetFocusId()
 {
-    return g_pQzEditSingle ? g_pQzEditSingle->GetFocusId() : 0;
+    CQzEdit* pEdit = g_pQzEditSingle ? g_pQzEditSingle->GetActiveEdit() : nullptr;
+    return pEdit ? pEdit->GetFullId() : 0;
 }
 
 BOOL CQzGuiMgr::GetDebugPos(int* pX, int* pY)

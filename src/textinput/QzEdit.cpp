@@ -310,7 +310,8 @@ void CQzEdit::SetSel(int nStart, int nEnd, bool bNoScroll)
 // text only as asterisks, so it does not copy it to the clipboard either.
 void CQzEdit::SetFocus()
 {
-    if (!g_pQzEditSingle)
+    // A disabled box takes no focus, as a disabled system window takes none.
+    if (!g_pQzEditSingle || !IsWindowEnabled())
         return;
     const bool bWasBound = IsFocused();
     g_pQzEditSingle->EnableIme(m_bImeEnable);

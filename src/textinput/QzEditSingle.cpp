@@ -129,8 +129,9 @@ bool CQzEditSingle::Create(HINSTANCE hInstance, HWND hParentWnd, CQzGuiMgr* pGui
                                       nullptr, hInstance, nullptr);
     if (!m_hSingleLineWnd || !m_hMultiLineWnd)
         return false;
+    // The host window keeps the keyboard until an edit box is focused: its keys belong to the
+    // game and to extended edit boxes.
     m_hEditWnd = m_hSingleLineWnd;
-    ::SetFocus(m_hEditWnd);
     g_pfnSingleLineProc = reinterpret_cast<WNDPROC>(SetWindowLongPtrA(
         m_hSingleLineWnd, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&SingleLineEditProc)));
     g_pfnMultiLineProc = reinterpret_cast<WNDPROC>(SetWindowLongPtrA(
@@ -211,6 +212,15 @@ void CQzEditSingle::ForgetEdit(CQzEdit* pEdit)
     const HWND hFocus = GetFocus();
     if (hFocus && (hFocus == m_hSingleLineWnd || hFocus == m_hMultiLineWnd))
         ::SetFocus(GetParent(hFocus));
+}
+
+void CQzEditSingle::GiveKeyboardToHost()
+{
+    const HWND hFocus = GetFocus();
+    if (hFocus && (hFocus == m_hSingleLineWnd || hFocus == m_hMultiLineWnd))
+        ::SetFocus(GetParent(hFocus));
+    else
+        ReleaseActiveEdit();
 }
 
 HWND CQzEditSingle::GetActiveEditWnd() const

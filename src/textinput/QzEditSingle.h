@@ -45,6 +45,10 @@ public:
     // Unbinds a box that is going away and gives the keyboard back to the host window, so that
     // no key reaches the box afterwards. Nothing happens for a box that is not bound.
     void ForgetEdit(CQzEdit* pEdit);
+    // Unbinds the bound box (EN_KILLFOCUS to its dialog) and gives the keyboard focus back to
+    // the host window, whose keys then reach the GUI manager (an extended edit box taking the
+    // manager's key focus).
+    void GiveKeyboardToHost();
     CQzEdit* GetActiveEdit() const { return m_pActiveEdit; }
     bool IsActiveEdit(const CQzEdit* pEdit) const { return pEdit && pEdit == m_pActiveEdit; }
     // The system window of the bound box's kind; null while none is bound.

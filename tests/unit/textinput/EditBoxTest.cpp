@@ -233,6 +233,26 @@ TEST_F(EditBoxTest, ABoxDestroyedWhileBoundGetsNoMoreKeys)
     EXPECT_EQ(L"ab", WindowText(Single()));
 }
 
+TEST_F(EditBoxTest, ADisabledBoxLosesAndRefusesTheFocus)
+{
+    CQzEdit* pEdit = AddEdit(1, {10, 10, 250, 30});
+    pEdit->SetFocus();
+    Type(L"ab");
+    pEdit->EnableWindow(FALSE);
+    EXPECT_FALSE(pEdit->IsFocused());
+    EXPECT_EQ("ab", std::string(pEdit->GetWindowText()));
+    EXPECT_EQ((std::vector<WORD>{QZ_EN_SETFOCUS, QZ_EN_UPDATE, QZ_EN_CHANGE, QZ_EN_KILLFOCUS}),
+              m_dialog.Codes(1));
+    m_harness.Click(120, 115);
+    pEdit->SetFocus();
+    EXPECT_FALSE(pEdit->IsFocused());
+    EXPECT_EQ(4u, m_dialog.Codes(1).size());
+    pEdit->EnableWindow(TRUE);
+    m_harness.Click(120, 115);
+    EXPECT_TRUE(pEdit->IsFocused());
+    EXPECT_TRUE(IsWindowEnabled(Single()));
+}
+
 TEST_F(EditBoxTest, ALoneLeadByteNeverBreaksTheText)
 {
     CQzEdit* pLine = AddEdit(1, {10, 10, 250, 30});

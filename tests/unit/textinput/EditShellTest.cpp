@@ -8,6 +8,8 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <functional>
+#include <set>
 
 namespace EditTest
 {
@@ -16,7 +18,7 @@ namespace
 
 using ShellTest = EditScene;
 
-TEST_F(ShellTest, InitMakesTwoHiddenSubclassedEditWindowsAndFocusesTheSingleLineOne)
+TEST_F(ShellTest, InitMakesTwoHiddenSubclassedEditWindowsAndLeavesTheHostItsKeys)
 {
     ASSERT_TRUE(Shell()->IsCreated());
     const HWND hWnds[] = {Single(), Multi()};
@@ -34,7 +36,8 @@ TEST_F(ShellTest, InitMakesTwoHiddenSubclassedEditWindowsAndFocusesTheSingleLine
         EXPECT_EQ(reinterpret_cast<LONG_PTR>(pfnProcs[i]),
                   GetWindowLongPtrA(hWnds[i], GWLP_WNDPROC));
     }
-    EXPECT_EQ(Single(), GetFocus());
+    EXPECT_NE(Single(), GetFocus());
+    EXPECT_NE(Multi(), GetFocus());
     // A second manager shares the shell and its windows.
     IQzGuiMgr* pOther = CreateGuiMgr();
     pOther->Init(GetModuleHandleA(nullptr), m_harness.MainWindow(), 100, "Test.ini");
@@ -95,6 +98,30 @@ TEST_F(ShellTest, FocusMovingBetweenBoxesTellsTheOldDialogFirst)
     EXPECT_EQ(nullptr, Shell()->GetActiveEditWnd());
 }
 
+TEST_F(ShellTest, GivingTheKeyboardToTheHostUnbindsTheBoxAndTheHostGetsTheKeys)
+{
+    CQzEdit* pEdit = AddEdit(1, {10, 10, 150, 30});
+    pEdit->SetFocus();
+    Type(L"ab");
+    Shell()->GiveKeyboardToHost();
+    EXPECT_EQ(m_harness.MainWindow(), GetFocus());
+    EXPECT_FALSE(pEdit->IsFocused());
+    EXPECT_EQ("ab", std::string(pEdit->GetWindowText()));
+    EXPECT_EQ((std::vector<WORD>{QZ_EN_SETFOCUS, QZ_EN_UPDATE, QZ_EN_CHANGE, QZ_EN_KILLFOCUS}),
+              m_dialog.Codes(1));
+    std::vector<QzTest::Seen> seen;
+    m_harness.SetMessageHandler(
+        [&seen](UINT message, WPARAM wParam, LPARAM lParam) -> LRESULT
+        {
+            seen.push_back({message, wParam, lParam});
+            return 0;
+        });
+    Type(L"c");
+    EXPECT_EQ(1, QzTest::CountOf(seen, WM_CHAR));
+    Shell()->GiveKeyboardToHost(); // nothing bound: nothing happens
+    EXPECT_EQ(4u, m_dialog.Codes(1).size());
+}
+
 TEST_F(ShellTest, BindingGivesTheWindowTheBoxsSwitchesAndSize)
 {
     CQzEdit* pPin = AddEdit(1, {10, 10, 90, 30});
@@ -108,6 +135,8 @@ TEST_F(ShellTest, BindingGivesTheWindowTheBoxsSwitchesAndSize)
     EXPECT_EQ(WS_CHILD | ES_AUTOHSCROLL | ES_NUMBER | ES_READONLY,
               GetWindowLongPtrA(Single(), GWL_STYLE));
     EXPECT_EQ(6u, Shell()->GetLimitText());
+    pPin->SetLimitText(4);
+    EXPECT_EQ(4u, Shell()->GetLimitText());
     RECT rc = {};
     GetWindowRect(Single(), &rc);
     EXPECT_EQ(80, rc.right - rc.left);
@@ -165,6 +194,7 @@ TEST_F(ShellTest, SpacesAndTheUtf8LimitAreFilteredAfterTheBoxSawTheCharacter)
 
 TEST_F(ShellTest, CharactersWithoutABoxAreDroppedUnlessTheLibraryPostedThem)
 {
+    SetFocus(Single());
     Type(L"ab");
     EXPECT_EQ(L"", WindowText(Single()));
     PostMessageA(Single(), WM_CHAR, 'z', 0);
@@ -247,7 +277,11 @@ TEST_F(ShellTest, CtrlFunctionKeysInTheSingleLineWindowAreTheHelpersDebugKeys)
     SetFocus(Multi());
     Chord(VK_CONTROL, VK_F3);
     EXPECT_NE(bExpanded, pHelper->IsPanelExpanded());
-    pHelper->DebugOff();
+    SetFocus(Single());
+    Chord(VK_CONTROL, VK_F2);
+    EXPECT_EQ(10, pHelper->GetFlashFrames());
+    Chord(VK_CONTROL, VK_F4);
+    EXPECT_FALSE(pHelper->IsDebugOn());
 }
 
 TEST_F(ShellTest, ImeIsClosedWhileNothingIsBoundAndDetachedForBoxesWithoutIme)
@@ -334,24 +368,70 @@ INSTANTIATE_TEST_SUITE_P(Faces, EditFontTest,
                                            FontCase{"SimSun 16\n", "English", "Monaco"},
                                            FontCase{nullptr, "English", "Monaco"}));
 
-TEST_F(ShellTest, WrappersReportAMissingWindowAndGoOn)
+TEST_F(ShellTest, EveryWrapperReportsAMissingWindowOnceAndGoesOn)
 {
     AddEdit(1, {10, 10, 150, 30})->SetFocus();
     DestroyWindow(Single());
-    m_harness.Log().Clear();
+    CQzEditSingle& shell = *Shell();
+    char szBuffer[8] = {};
+    wchar_t szWide[8] = {};
+    RECT rc = {};
     int nStart = 5;
-    Shell()->GetSel(&nStart, nullptr);
-    Shell()->SetSel(0, 1, false);
-    Shell()->GetLineCount();
-    char szLine[8] = {};
-    EXPECT_EQ(0, Shell()->GetLine(0, szLine, 8));
-    const std::vector<QzTest::AssertReport>& reports = m_harness.Log().Asserts();
-    ASSERT_EQ(5u, reports.size()); // SetSel checks twice: EM_SETSEL and EM_SCROLLCARET
-    for (const QzTest::AssertReport& report : reports)
+    // Each call with the reports it makes; SetSel with scrolling checks twice.
+    const std::vector<std::pair<std::function<void()>, size_t>> calls = {
+        {[&] { shell.GetWindowText(szBuffer, 8); }, 1},
+        {[&] { shell.GetWindowTextW(szWide, 8); }, 1},
+        {[&] { shell.SetWindowText("x"); }, 1},
+        {[&] { shell.GetWindowTextLength(); }, 0},
+        {[&] { shell.GetLine(0, szBuffer); }, 1},
+        {[&] { shell.GetLine(0, szBuffer, 8); }, 1},
+        {[&] { shell.CanUndo(); }, 1},
+        {[&] { shell.GetLineCount(); }, 1},
+        {[&] { shell.GetModify(); }, 1},
+        {[&] { shell.SetModify(true); }, 1},
+        {[&] { shell.GetRect(&rc); }, 1},
+        {[&] { shell.GetSel(); }, 1},
+        {[&] { shell.GetSel(&nStart, nullptr); }, 1},
+        {[&] { shell.SetFont(nullptr, true); }, 1},
+        {[&] { shell.SetMargins(1, 2); }, 1},
+        {[&] { shell.GetMargins(); }, 1},
+        {[&] { shell.SetLimitText(5); }, 1},
+        {[&] { shell.LimitText(5); }, 1},
+        {[&] { shell.GetLimitText(); }, 1},
+        {[&] { shell.PosFromChar(0); }, 1},
+        {[&] {
+             shell.CharFromPos({0, 0});
+         },
+         1},
+        {[&] { shell.LineFromChar(0); }, 1},
+        {[&] { shell.LineIndex(0); }, 1},
+        {[&] { shell.LineLength(0); }, 1},
+        {[&] { shell.LineScroll(1, 0); }, 1},
+        {[&] { shell.ReplaceSel("x", true); }, 1},
+        {[&] { shell.SetPasswordChar('*'); }, 1},
+        {[&] { shell.GetPasswordChar(); }, 1},
+        {[&] { shell.SetSel(MAKELONG(0, 1), true); }, 1},
+        {[&] { shell.SetSel(0, 1, false); }, 2},
+        {[&] { shell.SetReadOnly(true); }, 1},
+        {[&] { shell.GetFirstVisibleLine(); }, 1},
+        {[&] { shell.PostMessage(WM_CHAR, 'x', 0); }, 0},
+        {[&] { shell.GetActiveEditData(); }, 0},
+    };
+    std::set<int> lines;
+    for (size_t i = 0; i < calls.size(); ++i)
     {
-        EXPECT_EQ("::IsWindow(m_hEditWnd)", report.expression);
-        EXPECT_EQ("QzEditSingle", report.source);
+        m_harness.Log().Clear();
+        calls[i].first();
+        const std::vector<QzTest::AssertReport>& reports = m_harness.Log().Asserts();
+        ASSERT_EQ(calls[i].second, reports.size()) << "call " << i;
+        for (const QzTest::AssertReport& report : reports)
+        {
+            EXPECT_EQ("::IsWindow(m_hEditWnd)", report.expression);
+            EXPECT_EQ("QzEditSingle", report.source);
+            lines.insert(report.line);
+        }
     }
+    EXPECT_GE(lines.size(), 25u); // each wrapper names its own line
     EXPECT_EQ(0, nStart);
 }
 

@@ -46,6 +46,9 @@ constexpr LONG kNoPosition = 65535;
 // Single-line text sits this far below the box's top (plus the margin).
 constexpr int kTextTopOffset = 4;
 constexpr int kTextLeftOffset = 2;
+// The composition window reaches this far right of the caret's column and below the box.
+constexpr int kCompositionRight = 300;
+constexpr int kCompositionBelow = 100;
 
 constexpr size_t kFaceBytes = 260;
 // The face GetFontName gives, read from ini/font.ini once per process.
@@ -64,12 +67,20 @@ bool IsDigit(wchar_t ch)
     return ch >= L'0' && ch <= L'9';
 }
 
+// Bytes of the character at i, a character boundary of ANSI text: 2 for a lead byte with its
+// second byte, else 1 (also for a lead byte that lost its second byte).
+size_t CharBytesAt(const std::string& text, size_t i)
+{
+    const bool bLead = IsDBCSLeadByte(static_cast<BYTE>(text[i])) != 0;
+    return bLead && i + 1 < text.size() && text[i + 1] ? 2 : 1;
+}
+
 // The byte offset of character nChars of ANSI text, where a two-byte character counts once.
 size_t ByteOffsetOfChar(const std::string& text, int nChars)
 {
     size_t i = 0;
     for (int n = 0; n < nChars && i < text.size(); ++n)
-        i += QzPlatform::IsLeadByteAt(text.c_str(), static_cast<int>(i)) ? 2 : 1;
+        i += CharBytesAt(text, i);
     return std::min(i, text.size());
 }
 
@@ -79,29 +90,22 @@ void DropLoneLeadByte(std::string& text)
     size_t i = 0;
     while (i < text.size())
     {
-        const bool bLead = IsDBCSLeadByte(static_cast<BYTE>(text[i])) != 0;
-        if (bLead && i + 1 == text.size())
+        const size_t nBytes = CharBytesAt(text, i);
+        if (nBytes == 1 && i + 1 == text.size() && IsDBCSLeadByte(static_cast<BYTE>(text[i])))
         {
             text.resize(i);
             return;
         }
-        i += bLead ? 2 : 1;
+        i += nBytes;
     }
 }
 
 // At most nMax bytes of the text, never half a two-byte character.
 std::string CutToBytes(const std::string& text, size_t nMax)
 {
-    if (text.size() <= nMax)
-        return text;
     size_t i = 0;
-    while (i < nMax)
-    {
-        const size_t nStep = QzPlatform::IsLeadByteAt(text.c_str(), static_cast<int>(i)) ? 2 : 1;
-        if (i + nStep > nMax)
-            break;
-        i += nStep;
-    }
+    while (i < text.size() && i + CharBytesAt(text, i) <= nMax)
+        i += CharBytesAt(text, i);
     return text.substr(0, i);
 }
 
@@ -483,37 +487,40 @@ void CQzEdit::InsertNewLine()
     g_pQzEditSingle->SetSel(nStart + 2, nStart + 2, false);
 }
 
-// The composition window goes to the caret on this box's own character cell; Up and Down also
-// scroll the dialog by a line.
+// Up and Down also scroll the dialog by a line.
 void CQzEdit::OnKeyDown(UINT nChar, UINT nRepCnt, UINT nFlags)
 {
     if (IsFocused())
-    {
-        const RECT rcBox = GetScreenRect();
-        int nStart = 0;
-        int nEnd = 0;
-        g_pQzEditSingle->GetSel(&nStart, &nEnd);
-        const int nLine = g_pQzEditSingle->LineFromChar(nEnd);
-        const int nFirstLength = g_pQzEditSingle->LineLength(0);
-        COMPOSITIONFORM form = {};
-        form.dwStyle = CFS_RECT;
-        form.ptCurrentPos = {rcBox.left + (nEnd - nLine * nFirstLength) * m_nCharWidth,
-                             rcBox.top + nLine * m_nFontSize};
-        form.rcArea = {form.ptCurrentPos.x, 0, rcBox.left + nEnd * m_nFontSize + 300,
-                       rcBox.bottom + 100};
-        const HWND hWnd = g_pQzEditSingle->GetActiveEditWnd();
-        if (HIMC hImc = ImmGetContext(hWnd))
-        {
-            ImmSetCompositionWindow(hImc, &form);
-            ImmReleaseContext(hWnd, hImc);
-        }
-    }
+        PlaceComposition();
     if ((nChar == VK_UP || nChar == VK_DOWN) && m_pParent)
     {
         m_pParent->SendMessage(WM_VSCROLL, nChar == VK_UP ? SB_LINEUP : SB_LINEDOWN, 0);
         return;
     }
     CQzCtrl::OnKeyDown(nChar, nRepCnt, nFlags);
+}
+
+// The composition window of the input method goes to the caret, on this box's own cell.
+void CQzEdit::PlaceComposition()
+{
+    const RECT rcBox = GetScreenRect();
+    int nStart = 0;
+    int nEnd = 0;
+    g_pQzEditSingle->GetSel(&nStart, &nEnd);
+    const int nLine = g_pQzEditSingle->LineFromChar(nEnd);
+    const int nFirstLength = g_pQzEditSingle->LineLength(0);
+    COMPOSITIONFORM form = {};
+    form.dwStyle = CFS_RECT;
+    form.ptCurrentPos = {rcBox.left + (nEnd - nLine * nFirstLength) * m_nCharWidth,
+                         rcBox.top + nLine * m_nFontSize};
+    form.rcArea = {form.ptCurrentPos.x, 0, rcBox.left + nEnd * m_nFontSize + kCompositionRight,
+                   rcBox.bottom + kCompositionBelow};
+    const HWND hWnd = g_pQzEditSingle->GetActiveEditWnd();
+    if (HIMC hImc = ImmGetContext(hWnd))
+    {
+        ImmSetCompositionWindow(hImc, &form);
+        ImmReleaseContext(hWnd, hImc);
+    }
 }
 
 void CQzEdit::OnRButtonDown(UINT nFlags, POINT point)
@@ -656,63 +663,70 @@ void CQzEdit::ShowSingleLineText()
     m_nSelLength = nEnd - nStart;
     const POINT ptOrigin = TextOrigin();
     const int nCaretHeight = m_nFontSize + 2;
-    const std::wstring& text = m_strTextW;
-    const int nLength = static_cast<int>(text.size());
+    const int nLength = static_cast<int>(m_strTextW.size());
     if (nLength == 0 && m_nSelLength == 0)
     {
         DrawCaret(ptOrigin.x, ptOrigin.y, nCaretHeight);
         return;
     }
-    const int nCharWidth = std::max<int>(1, m_nCharWidth);
+    const VisibleRun visible = FindVisibleRun(nStart, nEnd, nLength);
+    std::wstring run;
+    if (visible.nCount > 0)
+    {
+        run =
+            m_bPassword ? std::wstring(m_strText.size(), L'*') : m_strTextW.substr(visible.nFirst);
+        run.resize(
+            std::min(run.size(), static_cast<size_t>(std::min(visible.nCount, kMaxRunChars))));
+    }
+    if (m_nSelLength > 0)
+        DrawSelection(run, ptOrigin, nStart - visible.nFirst, m_nSelLength);
+    DrawRun(ptOrigin.x, ptOrigin.y, run);
+    const int nCaretChars =
+        std::clamp(visible.nCaret - visible.nFirst, 0, static_cast<int>(run.size()));
+    const int nCaretX =
+        ptOrigin.x + CalcTextWidth(run.c_str(), 0, nCaretChars, GetFontName(), m_nFontSize, true);
+    DrawCaret(nCaretX, ptOrigin.y, nCaretHeight);
+}
 
+// The caret follows the end of a selection growing to the right of where the caret stood, else
+// its start. The first visible character comes from the caret's pixel position; without one
+// (the caret at the end of the text) the run ends at the caret, or is the whole text when it
+// fits.
+CQzEdit::VisibleRun CQzEdit::FindVisibleRun(int nStart, int nEnd, int nLength)
+{
+    const int nCharWidth = std::max<int>(1, m_nCharWidth);
     if (nStart == nEnd)
         m_nCaretAnchor = nEnd;
-    int nCaret = nStart;
+    VisibleRun visible = {nStart, 0, 0};
     POINT pt = g_pQzEditSingle->PosFromChar(static_cast<unsigned>(nStart));
     if (pt.x > 0 && nEnd > m_nCaretAnchor)
     {
-        nCaret = nEnd;
+        visible.nCaret = nEnd;
         pt = g_pQzEditSingle->PosFromChar(static_cast<unsigned>(nEnd));
     }
     if (nEnd <= m_nCaretAnchor)
         m_nCaretAnchor = nEnd;
 
-    int nFirst = 0;
-    int nCount = 0;
     if (pt.x != kNoPosition)
     {
-        nFirst = nCaret - pt.x / nCharWidth;
-        nCount = std::min(nLength - nFirst, m_nCharsPerLine);
+        visible.nFirst = visible.nCaret - pt.x / nCharWidth;
+        visible.nCount = std::min(nLength - visible.nFirst, m_nCharsPerLine);
     }
     else if (nLength >= m_nCharsPerLine)
     {
-        nFirst = nCaret - m_nCharsPerLine;
-        nCount = m_nCharsPerLine;
+        visible.nFirst = visible.nCaret - m_nCharsPerLine;
+        visible.nCount = m_nCharsPerLine;
     }
     else
     {
         const POINT ptLast = g_pQzEditSingle->PosFromChar(static_cast<unsigned>(nLength - 1));
-        nFirst = ptLast.x > 0 && ptLast.x != kNoPosition
-                     ? std::max(0, nLength - 1 - ptLast.x / nCharWidth)
-                     : 0;
-        nCount = nLength - nFirst;
+        const bool bPlaced = ptLast.x > 0 && ptLast.x != kNoPosition;
+        visible.nFirst = bPlaced ? std::max(0, nLength - 1 - ptLast.x / nCharWidth) : 0;
+        visible.nCount = nLength - visible.nFirst;
     }
-    nFirst = std::clamp(nFirst, 0, nLength);
-    nCount = std::min(nCount, nLength - nFirst);
-
-    std::wstring run;
-    if (nCount > 0)
-    {
-        run = m_bPassword ? std::wstring(m_strText.size(), L'*') : text.substr(nFirst);
-        run.resize(std::min(run.size(), static_cast<size_t>(std::min(nCount, kMaxRunChars))));
-    }
-    if (m_nSelLength > 0)
-        DrawSelection(run, ptOrigin, nStart - nFirst, m_nSelLength);
-    DrawRun(ptOrigin.x, ptOrigin.y, run);
-    const int nCaretChars = std::clamp(nCaret - nFirst, 0, static_cast<int>(run.size()));
-    const int nCaretX =
-        ptOrigin.x + CalcTextWidth(run.c_str(), 0, nCaretChars, GetFontName(), m_nFontSize, true);
-    DrawCaret(nCaretX, ptOrigin.y, nCaretHeight);
+    visible.nFirst = std::clamp(visible.nFirst, 0, nLength);
+    visible.nCount = std::min(visible.nCount, nLength - visible.nFirst);
+    return visible;
 }
 
 // A selection starting left of the visible run is drawn from the run's start; one reaching
@@ -816,10 +830,8 @@ void CQzEdit::ShowInactiveLines()
             ++i;
             continue;
         }
-        const bool bDouble =
-            IsDBCSLeadByte(static_cast<BYTE>(text[i])) && i + 1 < text.size() && text[i + 1];
-        const size_t nBytes = bDouble ? 2 : 1;
-        const int nWide = bDouble ? 2 : 1;
+        const size_t nBytes = CharBytesAt(text, i);
+        const int nWide = static_cast<int>(nBytes);
         const bool bFull = nUsed + nWide > nColumns || line.size() + nBytes > kMaxInactiveLineBytes;
         if (bFull && !line.empty())
             flush();

@@ -127,7 +127,16 @@ public:
     static void ForgetFontName();
 
 private:
+    // The caret index, and the first visible character and how many fit, of a single-line box.
+    struct VisibleRun
+    {
+        int nCaret;
+        int nFirst;
+        int nCount;
+    };
+
     void UpdateMetrics();
+    VisibleRun FindVisibleRun(int nStart, int nEnd, int nLength);
     // The origin of single-line text (alignment, margins, box position).
     POINT TextOrigin() const;
     // Steps 2 and 3 of a frame: the window's text into the copies; true when it changed.
@@ -138,6 +147,7 @@ private:
     // Backspace right after an emotion code takes the whole code.
     void DeleteEmotionCode();
     void TrimExtraLines();
+    void PlaceComposition();
     void DrawCaret(int x, int y, int nHeight);
     bool IsCaretOn() const;
     void DrawRun(int x, int y, const char* pszText);

@@ -68,8 +68,10 @@ TEST_F(ShellTest, FocusMovingBetweenBoxesTellsTheOldDialogFirst)
     CQzEdit* pName = AddEdit(1, {10, 10, 150, 30});
     CQzEdit* pNotes = AddEdit(2, {10, 50, 150, 110}, true);
     CQzEdit* pOther = AddEdit(3, {10, 10, 150, 30}, false, &m_other);
+    m_pMgr->SetKeyFocus(&m_other); // as an extended edit box would have it
 
     m_harness.Click(120, 115);
+    EXPECT_EQ(nullptr, m_pMgr->GetKeyFocus());
     EXPECT_EQ(pName, Shell()->GetActiveEdit());
     EXPECT_EQ(Single(), GetFocus());
     EXPECT_EQ(kDialogId | (1u << 16), m_pMgr->GetFocusId());

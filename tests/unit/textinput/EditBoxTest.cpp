@@ -5,6 +5,8 @@
 
 #include "platform/system/kernel/QzKernelHost.h"
 
+#include <random>
+
 namespace EditTest
 {
 namespace
@@ -281,6 +283,69 @@ TEST_F(EditBoxTest, ALoneLeadByteNeverBreaksTheText)
     char szSmall[4] = {};
     pLine->GetText(szSmall, 4);
     EXPECT_EQ(2u, std::strlen(szSmall));
+}
+
+// What a bound box read back never ends in half a character of the code page.
+void ExpectWholeText(CQzEdit* pBound)
+{
+    if (!pBound)
+        return;
+    const std::string text = pBound->GetWindowText();
+    size_t i = 0;
+    while (i < text.size())
+        i += IsDBCSLeadByte(static_cast<BYTE>(text[i])) ? 2 : 1;
+    EXPECT_EQ(text.size(), i) << text;
+}
+
+// Keys, characters (two-byte ones and emotion codes too), clicks, pastes, hostile texts,
+// focus moves and frames in random order: no crash, and every box's text stays whole.
+TEST_F(EditBoxTest, ARandomInputSequenceKeepsEveryTextWhole)
+{
+    std::vector<CQzEdit*> boxes = {AddEdit(1, {10, 10, 150, 30}),
+                                   AddEdit(2, {10, 40, 150, 100}, true),
+                                   AddEdit(3, {10, 110, 80, 130})};
+    boxes[2]->SetNumberOnly(true);
+    boxes[2]->SetLimitText(6);
+    std::mt19937 random(12345);
+    int nFrames = 0;
+    const wchar_t chars[] = {L'a', L'#', L'0', L'1', L'|', L' ', L'\b', L'\r', 22, 26, 0x4E2D};
+    const int keys[] = {VK_LEFT, VK_RIGHT, VK_HOME, VK_END, VK_DELETE, VK_UP, VK_DOWN};
+    for (int step = 0; step < 3000; ++step)
+    {
+        CQzEdit* pBox = boxes[random() % boxes.size()];
+        switch (random() % 7)
+        {
+        case 0:
+            m_harness.Click(110 + static_cast<int>(random() % 140),
+                            115 + static_cast<int>(random() % 20) * 3);
+            break;
+        case 1:
+            Key(keys[random() % std::size(keys)]);
+            break;
+        case 2:
+            pBox->SetWindowText(
+                std::string(random() % 9, static_cast<char>(0x80 + random() % 128)).c_str());
+            break;
+        case 3:
+            SetClipboard(std::wstring(random() % 40, chars[random() % std::size(chars)]));
+            Chord(VK_CONTROL, 'V', 22);
+            break;
+        case 4:
+            pBox->SendMessage(WM_CHAR, chars[random() % std::size(chars)], 0);
+            break;
+        case 5:
+            Frame();
+            ++nFrames;
+            ExpectWholeText(Shell()->GetActiveEdit());
+            break;
+        default:
+            m_harness.Char(chars[random() % std::size(chars)]);
+            break;
+        }
+        const CQzEdit* pBound = Shell()->GetActiveEdit();
+        ASSERT_TRUE(!pBound || std::find(boxes.begin(), boxes.end(), pBound) != boxes.end());
+    }
+    EXPECT_GT(nFrames, 300);
 }
 
 struct TrailCase

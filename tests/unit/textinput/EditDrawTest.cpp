@@ -78,6 +78,14 @@ TEST_F(EditDrawTest, APasswordShowsOneAsteriskPerStoredByteFocusedOrNot)
     EXPECT_EQ(std::make_tuple(110 + 7 * 7, 114, 16), Caret());
     EXPECT_EQ("s3cret!", std::string(pPass->GetWindowText()));
     EXPECT_EQ('*', Shell()->GetPasswordChar());
+    // Nor can it be copied out.
+    SetClipboard(L"kept");
+    pPass->SetSel(0, -1, true);
+    Chord(VK_CONTROL, 'C', 3);
+    OpenClipboard(nullptr);
+    EXPECT_STREQ(L"kept",
+                 static_cast<const wchar_t*>(GlobalLock(GetClipboardData(CF_UNICODETEXT))));
+    CloseClipboard();
     AddEdit(2, {10, 40, 150, 60})->SetFocus();
     EXPECT_EQ('\0', Shell()->GetPasswordChar());
 }

@@ -1,0 +1,8 @@
+#include "textinput/QzIme.h"
+
+namespace QzGui
+{
+
+CQzIme::~CQzIme() = default;
+
+} // namespace QzGui

@@ -75,15 +75,6 @@ size_t CharBytesAt(const std::string& text, size_t i)
     return bLead && i + 1 < text.size() && text[i + 1] ? 2 : 1;
 }
 
-// The byte offset of character nChars of ANSI text, where a two-byte character counts once.
-size_t ByteOffsetOfChar(const std::string& text, int nChars)
-{
-    size_t i = 0;
-    for (int n = 0; n < nChars && i < text.size(); ++n)
-        i += CharBytesAt(text, i);
-    return std::min(i, text.size());
-}
-
 // The text without a lead byte that lost its second byte at the end (a read cut short).
 void DropLoneLeadByte(std::string& text)
 {
@@ -117,13 +108,6 @@ std::string ReadShellText(int nBytes)
     text.resize(std::strlen(text.c_str()));
     DropLoneLeadByte(text);
     return text;
-}
-
-// The whole text of the window in use, however long.
-std::string ReadWholeShellText()
-{
-    const int nChars = std::max(0, g_pQzEditSingle->GetWindowTextLength());
-    return ReadShellText(2 * nChars + 1);
 }
 
 std::wstring ReadShellWide()
@@ -454,36 +438,36 @@ void CQzEdit::DeleteEmotionCode()
 }
 
 // Lines past what the box shows (at least one) are cut off with the line break before them.
+// The cut and the line break are edits of the window, which keeps its undo.
 void CQzEdit::TrimExtraLines()
 {
     const int nMaxLines = std::max(1, m_nHeight / m_nFontSize - 1);
     if (g_pQzEditSingle->GetLineCount() <= nMaxLines)
         return;
     const int nLastKept = g_pQzEditSingle->LineIndex(nMaxLines - 1);
-    const int nCutChars = nLastKept + g_pQzEditSingle->LineLength(nLastKept);
-    std::string text = ReadWholeShellText();
-    text.resize(ByteOffsetOfChar(text, nCutChars));
+    const int nCut = nLastKept + g_pQzEditSingle->LineLength(nLastKept);
     int nStart = 0;
     int nEnd = 0;
     g_pQzEditSingle->GetSel(&nStart, &nEnd);
-    g_pQzEditSingle->SetWindowText(text.c_str());
-    g_pQzEditSingle->SetSel(nStart, nEnd, false);
+    g_pQzEditSingle->SetSel(nCut, -1, true);
+    g_pQzEditSingle->ReplaceSel("", true);
+    g_pQzEditSingle->SetSel(std::min(nStart, nCut), std::min(nEnd, nCut), false);
 }
 
+// The line break goes in at the selection's start; the selection stays in the text.
 void CQzEdit::InsertNewLine()
 {
     if (!IsFocused())
         return;
     if (m_nHeight / m_nFontSize - 2 < g_pQzEditSingle->GetLineCount())
         return;
-    std::string text = ReadShellText(kNewLineReadBytes);
-    if (text.size() >= kNewLineMaxBytes)
+    if (ReadShellText(kNewLineReadBytes).size() >= kNewLineMaxBytes)
         return;
     int nStart = 0;
     int nEnd = 0;
     g_pQzEditSingle->GetSel(&nStart, &nEnd);
-    text.insert(ByteOffsetOfChar(text, nStart), "\r\n");
-    g_pQzEditSingle->SetWindowText(text.c_str());
+    g_pQzEditSingle->SetSel(nStart, nStart, true);
+    g_pQzEditSingle->ReplaceSel("\r\n", true);
     g_pQzEditSingle->SetSel(nStart + 2, nStart + 2, false);
 }
 

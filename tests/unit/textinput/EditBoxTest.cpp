@@ -68,6 +68,10 @@ TEST_F(EditBoxTest, EnterMakesOneLineBreakWhileTheBoxHasRoomAndExtraLinesAreCut)
     pNotes->SetFocus();
     Type(L"a\rb\rc\rd");
     EXPECT_EQ(L"a\r\nb\r\ncd", WindowText(Multi()));
+    // The line breaks are edits like typing: undo takes them back with the text.
+    Chord(VK_CONTROL, 'Z', 26);
+    EXPECT_EQ(L"", WindowText(Multi()));
+    Type(L"a\rb\rc\rd");
 
     CQzEdit* pQuiet = AddEdit(2, {10, 100, 150, 160}, true);
     pQuiet->SetAllowEnter(false);

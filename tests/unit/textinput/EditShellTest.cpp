@@ -230,9 +230,12 @@ TEST_F(ShellTest, MouseMessagesGoOnRelativeToTheBoxAndButtonUpIsToldToTheDialog)
 
     SetWindowTextW(Single(), L"0123456789012345678901234");
     m_harness.Click(110 + 7 * 4 + 1, 115);
-    DWORD dwStart = 0;
-    SendMessageW(Single(), EM_GETSEL, reinterpret_cast<WPARAM>(&dwStart), 0);
-    EXPECT_EQ(4u, dwStart);
+    EXPECT_EQ(static_cast<DWORD>(MAKELONG(4, 4)), Shell()->GetSel());
+    // A drag selects.
+    m_harness.LButtonDown(110 + 7 * 1, 115);
+    m_harness.MouseMove(110 + 7 * 6, 115, MK_LBUTTON);
+    m_harness.LButtonUp(110 + 7 * 6, 115);
+    EXPECT_EQ(static_cast<DWORD>(MAKELONG(1, 6)), Shell()->GetSel());
 }
 
 TEST_F(ShellTest, UpAndDownScrollTheDialogAndAreForwardedWithMultiLineEnter)

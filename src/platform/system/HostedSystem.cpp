@@ -1,9 +1,15 @@
 #include "platform/system/HostedSystem.h"
 
 #include "platform/system/QzWinKernel.h"
+#include "platform/system/edit/EditWindowProc.h"
 
 namespace QzPlatform
 {
+
+CHostedSystem::CHostedSystem()
+{
+    CEditWindowProc::Register(m_classes);
+}
 
 CHostedSystem& CHostedSystem::Instance()
 {

@@ -1,15 +1,14 @@
 // The state of the hosted window system, one for the process: windows, classes, the posted
 // messages, input contexts, cursors, the input state the host feeds and the clock. The Win32
-// functions of QzWinUser.h work on it; other platform units reach it here, for instance to add
-// a built-in window class:
-//     CHostedSystem::Instance().Classes().RegisterSystemClass(L"EDIT", procA, procW, bytes);
+// functions of QzWinUser.h work on it; other platform units reach it here. It registers the
+// built-in window classes ("EDIT") when it is made.
 #pragma once
 
-#include "platform/system/window/CursorTable.h"
 #include "platform/system/host/HostClock.h"
 #include "platform/system/host/HostInputState.h"
-#include "platform/system/window/HostedWindowTable.h"
 #include "platform/system/imm/ImmContextTable.h"
+#include "platform/system/window/CursorTable.h"
+#include "platform/system/window/HostedWindowTable.h"
 #include "platform/system/window/PostedMessageQueue.h"
 #include "platform/system/window/ProcThunkTable.h"
 #include "platform/system/window/WindowClassTable.h"
@@ -35,7 +34,7 @@ public:
     HostedWindow* FindWindowOrFail(HWND hwnd);
 
 private:
-    CHostedSystem() = default;
+    CHostedSystem();
 
     CHostedWindowTable m_windows;
     CWindowClassTable m_classes;

@@ -7,6 +7,7 @@
 #include <imm.h>
 #include <windows.h>
 #else
+#include "platform/system/QzWinEdit.h"
 #include "platform/system/QzWinKernel.h"
 #include "platform/system/QzWinTypes.h"
 #include "platform/system/QzWinUser.h"

@@ -1,8 +1,9 @@
 #include "platform/system/window/WindowProcCaller.h"
 
-#include "platform/system/window/CharMessageCodec.h"
 #include "platform/system/HostedSystem.h"
 #include "platform/system/text/QzCodePage.h"
+#include "platform/system/window/CharMessageCodec.h"
+#include "platform/system/window/EditMessageCodec.h"
 
 #include <algorithm>
 #include <cstring>
@@ -65,6 +66,10 @@ LRESULT CWindowProcCaller::Call(const WindowProcRef& proc, bool callerUnicode, H
         return own(hwnd, msg, wParam, lParam);
     if (proc.IsEmpty())
         return 0;
+    if (CEditMessageCodec::Converts(msg))
+        return callerUnicode
+                   ? CEditMessageCodec::CallAnsiFromWide(proc.pfnAnsi, hwnd, msg, wParam, lParam)
+                   : CEditMessageCodec::CallWideFromAnsi(proc.pfnWide, hwnd, msg, wParam, lParam);
     if (callerUnicode)
         return CallAnsiFromWide(proc.pfnAnsi, hwnd, msg, wParam, lParam);
     return CallWideFromAnsi(proc.pfnWide, hwnd, msg, wParam, lParam);

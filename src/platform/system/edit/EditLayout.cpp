@@ -1,0 +1,180 @@
+#include "platform/system/edit/EditLayout.h"
+
+#include <algorithm>
+#include <iterator>
+
+namespace QzPlatform
+{
+
+namespace
+{
+
+constexpr int kTabCells = 8;
+
+struct CodeRange
+{
+    wchar_t first;
+    wchar_t last;
+};
+
+// East Asian wide and fullwidth blocks (Hangul Jamo, CJK radicals to Yi, Hangul syllables,
+// compatibility ideographs, vertical and compatibility forms, fullwidth forms, supplementary
+// ideographs): two cells each, as a double-byte character of the ANSI code page takes.
+const CodeRange kWideRanges[] = {
+    {0x1100, 0x115F}, {0x2329, 0x232A}, {0x2E80, 0x303E},   {0x3040, 0xA4CF},
+    {0xAC00, 0xD7A3}, {0xF900, 0xFAFF}, {0xFE10, 0xFE19},   {0xFE30, 0xFE6F},
+    {0xFF00, 0xFF60}, {0xFFE0, 0xFFE6}, {0x20000, 0x2FFFD}, {0x30000, 0x3FFFD},
+};
+
+bool IsSpace(wchar_t ch)
+{
+    return ch == L' ' || ch == L'\t';
+}
+
+} // namespace
+
+bool CEditLayout::IsWide(wchar_t ch)
+{
+    return std::any_of(std::begin(kWideRanges), std::end(kWideRanges),
+                       [ch](const CodeRange& range)
+                       { return ch >= range.first && ch <= range.last; });
+}
+
+// The x after the character that starts at x.
+int CEditLayout::Advance(wchar_t ch, int x) const
+{
+    const int cell = std::max(m_cell.width, 1);
+    if (ch == L'\t')
+        return (x / (cell * kTabCells) + 1) * cell * kTabCells;
+    return x + (IsWide(ch) ? 2 * cell : cell);
+}
+
+void CEditLayout::Build(const std::wstring& text, const EditCell& cell, bool multiLine,
+                        int wrapWidth)
+{
+    m_strText = text;
+    m_cell = cell;
+    m_nWrapWidth = wrapWidth;
+    m_vecLines.clear();
+    if (!multiLine)
+    {
+        m_vecLines.push_back({0, text.size(), 0});
+        return;
+    }
+    size_t start = 0;
+    while (true)
+    {
+        const size_t found = text.find(L"\r\n", start);
+        const size_t hardEnd = found == std::wstring::npos ? text.size() : found;
+        size_t lineStart = start;
+        while (true)
+        {
+            const size_t end = WrapEnd(lineStart, hardEnd);
+            if (end == hardEnd)
+                break;
+            m_vecLines.push_back({lineStart, end - lineStart, 0});
+            lineStart = end;
+        }
+        if (found == std::wstring::npos)
+        {
+            m_vecLines.push_back({lineStart, hardEnd - lineStart, 0});
+            return;
+        }
+        m_vecLines.push_back({lineStart, hardEnd - lineStart, 2});
+        start = hardEnd + 2;
+    }
+}
+
+// Where a wrapped line that starts at start ends, hardEnd when the rest fits. A line ends after
+// a run of spaces or beside a wide character; a character that passes the width with no such
+// place before it on the line ends the line before it (never before the line's first).
+size_t CEditLayout::WrapEnd(size_t start, size_t hardEnd) const
+{
+    if (m_nWrapWidth <= 0)
+        return hardEnd;
+    int x = 0;
+    size_t lastBreak = start;
+    for (size_t i = start; i < hardEnd; ++i)
+    {
+        const wchar_t ch = m_strText[i];
+        if (i > start &&
+            (IsWide(ch) || IsWide(m_strText[i - 1]) || (IsSpace(m_strText[i - 1]) && !IsSpace(ch))))
+            lastBreak = i;
+        x = Advance(ch, x);
+        if (IsSpace(ch) || x <= m_nWrapWidth)
+            continue;
+        if (lastBreak > start)
+            return lastBreak;
+        return i > start ? i : i + 1;
+    }
+    return hardEnd;
+}
+
+const EditLine& CEditLayout::Line(size_t line) const
+{
+    return m_vecLines[std::min(line, m_vecLines.size() - 1)];
+}
+
+size_t CEditLayout::LineOfChar(size_t index) const
+{
+    const auto after =
+        std::upper_bound(m_vecLines.begin(), m_vecLines.end(), index,
+                         [](size_t value, const EditLine& line) { return value < line.start; });
+    return after == m_vecLines.begin() ? 0 : static_cast<size_t>(after - m_vecLines.begin() - 1);
+}
+
+int CEditLayout::XOfChar(size_t index) const
+{
+    const EditLine& line = Line(LineOfChar(index));
+    const size_t end = std::min(index, line.start + line.length);
+    int x = 0;
+    for (size_t i = line.start; i < end; ++i)
+        x = Advance(m_strText[i], x);
+    return x;
+}
+
+size_t CEditLayout::CharAtX(size_t line, int x) const
+{
+    const EditLine& info = Line(line);
+    int left = 0;
+    for (size_t i = info.start; i < info.start + info.length; ++i)
+    {
+        const int right = Advance(m_strText[i], left);
+        if (x < (left + right + 1) / 2)
+            return i;
+        left = right;
+    }
+    return info.start + info.length;
+}
+
+size_t CEditLayout::FirstCharFrom(size_t line, int x) const
+{
+    const EditLine& info = Line(line);
+    int left = 0;
+    for (size_t i = info.start; i < info.start + info.length; ++i)
+    {
+        if (left >= x)
+            return i;
+        left = Advance(m_strText[i], left);
+    }
+    return info.start + info.length;
+}
+
+int CEditLayout::LineWidth(size_t line) const
+{
+    const EditLine& info = Line(line);
+    int x = 0;
+    for (size_t i = info.start; i < info.start + info.length; ++i)
+        x = Advance(m_strText[i], x);
+    return x;
+}
+
+int CEditLayout::MaxLineWidth() const
+{
+    int widest = 0;
+    for (size_t i = 0; i < m_vecLines.size(); ++i)
+        widest = std::max(widest, LineWidth(i));
+    return widest;
+}
+
+} // namespace QzPlatform

@@ -1,0 +1,54 @@
+// Shared pieces of the EDIT class tests: a fixture that resets the hosted system around each
+// test and gives a parent window that records the WM_COMMAND notifications it gets, helpers to
+// create edit windows of either kind, to type and to press keys as a host does.
+#pragma once
+
+#include "platform/system/QzSystem.h"
+#include "platform/system/host/QzHost.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace QzTest
+{
+
+struct Notification
+{
+    WORD id;
+    WORD code;
+    HWND from;
+};
+
+class EditTest : public ::testing::Test
+{
+protected:
+    void SetUp() override;
+    void TearDown() override;
+
+    // A child edit window of the parent, id 7, 100 x 24 unless told.
+    HWND CreateEdit(DWORD style, int width = 100, int height = 24, const wchar_t* text = L"");
+    HWND CreateEditA(DWORD style, int width = 100, int height = 24, const char* text = "");
+
+    // Every notification code the parent got, in order; the list is then empty.
+    std::vector<WORD> TakeCodes();
+    const std::vector<Notification>& Notifications() const;
+
+    static std::wstring TextW(HWND hwnd);
+    static std::string TextA(HWND hwnd);
+    // WM_CHAR for each character, sent as the message loop would deliver it.
+    static void Type(HWND hwnd, const std::wstring& text);
+    // WM_KEYDOWN with Shift and Ctrl held as asked (GetKeyState), released afterwards.
+    static void Press(HWND hwnd, int vk, bool shift = false, bool ctrl = false);
+    static std::pair<DWORD, DWORD> Sel(HWND hwnd);
+    static void SetSel(HWND hwnd, int start, int end);
+    // The clipboard's wide text, or "<none>".
+    static std::wstring ClipboardText();
+    static void SetClipboardW(const std::wstring& text);
+    static void SetClipboardA(const std::string& text);
+
+    HWND m_hParent = nullptr;
+};
+
+} // namespace QzTest

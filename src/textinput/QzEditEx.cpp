@@ -129,6 +129,12 @@ void CQzEditEx::SetTextColor(DWORD dwColor)
     m_dwGivenColor = dwColor;
 }
 
+// Margins are kept within the 16-bit coordinates that windows use.
+void CQzEditEx::SetMargin(int x, int y)
+{
+    m_ptMargin = {std::clamp(x, SHRT_MIN, SHRT_MAX), std::clamp(y, SHRT_MIN, SHRT_MAX)};
+}
+
 void CQzEditEx::SetMaxText(int nMax)
 {
     m_nMaxText = std::max(0, nMax);
@@ -243,7 +249,10 @@ POINT CQzEditEx::GetCaretPos(int i)
 {
     const C3_SIZE cell = Cell();
     if (!m_bMultiLineEdit)
-        return {m_ptMargin.x + cell.iWidth * (i - m_nFirstVisibleChar), m_ptMargin.y + kTextDrop};
+    {
+        const int nColumn = std::clamp(i, 0, GetTextLength()) - m_nFirstVisibleChar;
+        return {m_ptMargin.x + cell.iWidth * nColumn, m_ptMargin.y + kTextDrop};
+    }
     const QzEditPlace place = Text().PlaceAfter(i);
     return {m_ptMargin.x + cell.iWidth * place.nColumn,
             m_ptMargin.y + (place.nLine - m_nFirstVisibleLine) * LineHeight()};
@@ -255,12 +264,12 @@ int CQzEditEx::CharFromPoint(POINT pt)
     if (nLength == 0)
         return -1;
     const CQzEditExText text = Text();
-    const int nColumn = std::max(0, (pt.x - m_ptMargin.x) / Cell().iWidth);
+    const int nColumn = ClampToInt(
+        std::max<int64_t>(0, (static_cast<int64_t>(pt.x) - m_ptMargin.x) / Cell().iWidth));
     int nIndex = 0;
     if (m_bMultiLineEdit)
     {
-        const int nLine = std::clamp((pt.y - m_ptMargin.y) / LineHeight() + m_nFirstVisibleLine, 1,
-                                     text.GetLineCount());
+        const int nLine = LineAtY(text, pt.y);
         nIndex = text.GetLineStart(nLine) + std::min(nColumn, text.GetLineLength(nLine) - 1);
     }
     else
@@ -268,6 +277,14 @@ int CQzEditEx::CharFromPoint(POINT pt)
         nIndex = ClampToInt(static_cast<int64_t>(m_nFirstVisibleChar) + nColumn);
     }
     return text.SnapToUnit(std::clamp(nIndex, -1, nLength - 1));
+}
+
+// The visible line at y inside the box, within the text's lines.
+int CQzEditEx::LineAtY(const CQzEditExText& text, int y) const
+{
+    const int64_t nLine =
+        (static_cast<int64_t>(y) - m_ptMargin.y) / LineHeight() + m_nFirstVisibleLine;
+    return static_cast<int>(std::clamp<int64_t>(nLine, 1, text.GetLineCount()));
 }
 
 // ---------------------------------------------------------------------------------------------
@@ -766,11 +783,9 @@ int CQzEditEx::IndexForMouse(LPARAM lParam)
     if (pt.x > CMyBitmap::GetFontWidth(nullptr, kClickFontSize, nullptr))
         return CharFromPoint(pt);
     if (!m_bMultiLineEdit)
-        return std::clamp(m_nFirstVisibleChar - 1, -1, GetTextLength() - 1);
+        return -1;
     const CQzEditExText text = Text();
-    const int nLine = std::clamp((pt.y - m_ptMargin.y) / LineHeight() + m_nFirstVisibleLine, 1,
-                                 text.GetLineCount());
-    return text.GetLineStart(nLine) - 1;
+    return text.GetLineStart(LineAtY(text, pt.y)) - 1;
 }
 
 // ---------------------------------------------------------------------------------------------

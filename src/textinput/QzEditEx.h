@@ -83,7 +83,7 @@ public:
     // Text limit in bytes (negative counts as 0); text already longer stays.
     void SetMaxText(int nMax);
     int GetMaxText() const { return m_nMaxText; }
-    void SetMargin(int x, int y) { m_ptMargin = {x, y}; }
+    void SetMargin(int x, int y);
     void SetSelColor(DWORD dwColor) { m_dwSelColor = dwColor; }
 
     // Copies at most n bytes (and a terminating zero when there is room); returns min(n,
@@ -143,6 +143,7 @@ private:
     int GetVisibleLines() const;
     static C3_SIZE Cell();
     int LineHeight() const { return Cell().iHeight + 4; }
+    int LineAtY(const CQzEditExText& text, int y) const;
     void ClampSel();
     int SelLow() const { return std::min(m_nSelAnchor, m_nCaret); }
     int SelHigh() const { return std::max(m_nSelAnchor, m_nCaret); }

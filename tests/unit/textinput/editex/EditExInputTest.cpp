@@ -266,6 +266,14 @@ TEST_F(EditExScene, TheMouseSetsTheCaretDragsASelectionAndSelectsAllOnADoubleCli
     EXPECT_EQ((std::pair{1, 5}), SelOf(pBox));
     m_harness.LButtonDblClk(120, 120);
     EXPECT_EQ((std::pair{-1, 5}), SelOf(pBox));
+
+    // In a multi-line box the left edge of a line is that line's start.
+    CQzEditEx* pMulti = AddBox(2, {10, 40, 70, 88}, true);
+    pMulti->SetWindowText("ab\r\ncd");
+    m_harness.Click(112, 140 + kLineH + 5);
+    EXPECT_EQ((std::pair{3, 3}), SelOf(pMulti));
+    m_harness.Click(110 + kCellW + 1, 140 + kLineH + 5);
+    EXPECT_EQ((std::pair{5, 5}), SelOf(pMulti));
 }
 
 } // namespace

@@ -2,6 +2,8 @@
 // selection blocks, asterisks, emotion icons, cut runs, and the manager's key focus.
 #include "EditExScene.h"
 
+#include <random>
+
 namespace EditExTest
 {
 
@@ -22,6 +24,9 @@ TEST_F(EditExScene, TypingPastTheBottomKeepsTheCaretsLineVisible)
     }
     EXPECT_EQ(4, pBox->GetLineCount());
     EXPECT_EQ(2, pBox->GetFirstVisibleLine());
+    char szLine[16] = {};
+    EXPECT_EQ(5, pBox->GetLineText(4, szLine, sizeof(szLine)));
+    EXPECT_STREQ("xxxxx", szLine);
     DrawFrame();
     const std::string ten(10, 'x');
     EXPECT_EQ((Strings{"110,112:" + ten, "110,128:" + ten, "110,144:xxxxx"}), Texts());
@@ -42,6 +47,13 @@ TEST_F(EditExScene, ASingleLineBoxScrollsSidewaysToItsCaret)
     EXPECT_EQ((Strings{"170,112-172,128"}), Blocks(0xFFFFFFFF));
     m_harness.Key(VK_HOME);
     EXPECT_EQ(0, pBox->GetFirstVisibleChar());
+    // A key puts the input method's window 5 pixels off the caret it found.
+    COMPOSITIONFORM form = {};
+    HIMC hImc = ::ImmGetContext(m_harness.MainWindow());
+    ::ImmGetCompositionWindow(hImc, &form);
+    ::ImmReleaseContext(m_harness.MainWindow(), hImc);
+    EXPECT_EQ(static_cast<DWORD>(CFS_FORCE_POSITION), form.dwStyle);
+    EXPECT_EQ((POINT{175, 117}), form.ptCurrentPos);
     // A character cut by the right edge is not drawn half.
     pBox->SetWindowText(("abcdefghi" + kZhong).c_str());
     DrawFrame();
@@ -155,6 +167,43 @@ TEST_F(EditExScene, ABoxWithoutPreSetParamOrMainWindowSaysSo)
     EXPECT_EQ(0u, lines[1].find("ASSERT(NULL != m_hMyShellWnd) in ")) << lines[1];
     for (const std::string& line : lines)
         EXPECT_NE(std::string::npos, line.find(" line of QzEditEx")) << line;
+}
+
+TEST_F(EditExScene, HostileInputKeepsTheTextWithinItsLimitAndTheCaretInside)
+{
+    CQzEditEx* pBox = OpenMulti();
+    pBox->SetMaxText(64);
+    PutClipboard("#12|34\xD6\xD0\r\n#1|#\xD6");
+    std::mt19937 random(7);
+    int nLongest = 0;
+    // Mostly characters, so that the text grows between the selections that mice make.
+    const UINT messages[] = {
+        WM_CHAR,         WM_CHAR,      WM_CHAR,      WM_CHAR,       WM_CHAR,
+        WM_CHAR,         WM_CHAR,      WM_CHAR,      WM_KEYDOWN,    WM_KEYDOWN,
+        WM_LBUTTONDOWN,  WM_MOUSEMOVE, WM_LBUTTONUP, WM_MOUSEWHEEL, WM_IME_COMPOSITION,
+        WM_LBUTTONDBLCLK};
+    for (int i = 0; i < 5000; ++i)
+    {
+        const UINT message = messages[random() % std::size(messages)];
+        const WPARAM wParam = random() % 3 == 0 ? random() : random() % 256;
+        const LPARAM lParam = MAKELPARAM(100 + random() % 90, 100 + random() % 70);
+        QzPlatform::Host::SetKeyState(VK_CONTROL, random() % 4 == 0);
+        QzPlatform::Host::SetKeyState(VK_SHIFT, random() % 2 == 0);
+        if (message == WM_CHAR || message == WM_KEYDOWN || message == WM_IME_COMPOSITION)
+            m_pMgr->OnMessage(message, wParam, lParam);
+        else
+            pBox->SendMessage(message, wParam, lParam);
+        if (i % 500 == 0)
+            pBox->SetSel(static_cast<int>(random() % 80) - 10, static_cast<int>(random() % 80));
+        const auto [nAnchor, nCaret] = SelOf(pBox);
+        ASSERT_LE(pBox->GetTextLength(), 64) << i;
+        nLongest = std::max(nLongest, pBox->GetTextLength());
+        ASSERT_TRUE(nAnchor >= -1 && nAnchor < pBox->GetTextLength()) << i;
+        ASSERT_TRUE(nCaret >= -1 && nCaret < pBox->GetTextLength()) << i;
+        if (i % 100 == 0)
+            DrawFrame();
+    }
+    EXPECT_GE(nLongest, 32); // the input did reach the box
 }
 
 } // namespace

@@ -21,7 +21,6 @@ namespace QzGui
 {
 
 class CQzEditExText;
-struct QzEditPlace;
 
 // WM_NOTIFY code sent to the dialog when Enter is typed into a single-line box.
 constexpr WORD QZ_EDITEX_ENTER = 3;
@@ -51,8 +50,9 @@ public:
     BOOL OnCreate() override;
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
     void SetTextColor(DWORD dwColor) override;
-    // Empties the box, then inserts the text as typed (limit, mode and line rules apply, and a
-    // unit that does not fit is left out whole); the caret goes to the start. Null empties.
+    // Empties the box, then inserts the text as typed (mode and line rules apply; any line
+    // break becomes one CR LF; from the first unit that does not fit on, the text is left
+    // out); the caret goes to the start. Null empties.
     void SetWindowText(const char* pszText) override;
     void ShowText() override;
 
@@ -187,7 +187,7 @@ private:
     void DrawRun(int x, int y, const std::string& strRun);
     void DrawLines(int x, int y);
     void DrawSingleLine(int x, int y);
-    void DrawSelBlock(int nLine, int nFromCol, int nToCol);
+    void DrawSelBlock(int nTop, int nFromCol, int nToCol);
 
     bool m_bPreSetParam = false;
     bool m_bMultiLineEdit = false;

@@ -43,14 +43,9 @@ TEST_F(EditExScene, BackspaceAndDeleteRemoveWholeUnits)
         {"abc#05", 5, VK_BACK, "abc#0", 4},
         {"a\xD6\xD0", 2, VK_BACK, "a", 0},
         {"a\r\nb", 2, VK_BACK, "ab", 0},
-        {"#1|", 2, VK_BACK, "#1", 1},
-        {"#99|9", 4, VK_BACK, "#99|", 3},
         {"ab", -1, VK_BACK, "ab", -1},
         {"#12|34b", -1, VK_DELETE, "b", -1},
         {"a\r\nb", 0, VK_DELETE, "ab", 0},
-        {"\xD6\xD0"
-         "a",
-         -1, VK_DELETE, "a", -1},
         {"ab", 1, VK_DELETE, "ab", 1},
         // The forward step takes a byte with the CR LF that follows it.
         {"a\r\nb", -1, VK_DELETE, "b", -1},

@@ -128,16 +128,4 @@ TEST(EditExText, LinesAnswerForIndexesAndPlaces)
     EXPECT_EQ(1, single.GetLineOfChar(5));
 }
 
-TEST(EditExText, OutsideTextSplitsIntoUnits)
-{
-    const std::pair<const char*, int> cases[] = {{"\r\nx", 2}, {"\rx", 1}, {"#12|34", 6},
-                                                 {"#05x", 3},  {"#1|", 1}, {"\xD6\xD0", 2},
-                                                 {"\xD6", 0},  {"a", 1}};
-    for (const auto& [text, nUnit] : cases)
-    {
-        const int n = static_cast<int>(std::string(text).size());
-        EXPECT_EQ(nUnit, CQzEditExText::UnitLengthAt(text, 0, n)) << '"' << text << '"';
-    }
-}
-
 } // namespace

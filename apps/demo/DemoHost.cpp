@@ -281,9 +281,13 @@ void CDemoHost::PressKey(int nKey, int nModifier)
     }
     QzPlatform::Host::SetKeyState(nKey, true);
     PostMessageW(target, WM_KEYDOWN, static_cast<WPARAM>(nKey), 1);
-    // TranslateMessage's character of Ctrl+letter: its control character (Ctrl+V is 0x16).
+    // The characters TranslateMessage makes of keys without text: Backspace, Tab, Enter and
+    // Escape are their own; Ctrl+letter is its control character (Ctrl+V is 0x16).
     if (nModifier == VK_CONTROL && nKey >= 'A' && nKey <= 'Z')
         PostMessageW(target, WM_CHAR, static_cast<WPARAM>(nKey - 'A' + 1), 1);
+    else if (nModifier != VK_CONTROL &&
+             (nKey == VK_BACK || nKey == VK_TAB || nKey == VK_RETURN || nKey == VK_ESCAPE))
+        PostMessageW(target, WM_CHAR, static_cast<WPARAM>(nKey), 1);
     PumpMessages();
     QzPlatform::Host::SetKeyState(nKey, false);
     PostMessageW(target, WM_KEYUP, static_cast<WPARAM>(nKey), 0xC0000001);

@@ -29,6 +29,8 @@ enum : DWORD
     kChatSliderId = 33,
     kSayId = 40,
     kCloseId = 41,
+    kChatInputId = 42,
+    kSmileId = 43,
 };
 
 // Scroll-button kinds: line up and line down.
@@ -41,6 +43,9 @@ const int kLockedSlot = 19;
 const int kGemSlot = 3;
 const WORD kSliderRange = 100;
 const int kChatTextIndent = 16;
+// The emotion the smile inserts, and the longest line the player may type.
+const short kSmile = 1;
+const int kChatInputLimit = 64;
 // Older chat lines than the client names, so that the history scrolls.
 const int kFillerLines = 30;
 
@@ -81,19 +86,25 @@ CCollectionsDialog::CCollectionsDialog() : CQzDialog(kId, nullptr)
     m_questCaption.SetWindowText("Quests");
     m_chatCaption.SetWindowText("Chat");
     m_picked.SetWindowText("Click an item");
+    m_chatInput.PreSetParam(false, 0, kWhite);
+    m_chatInput.SetMaxText(kChatInputLimit);
     m_say.SetWindowText("Say");
     m_close.SetWindowText("Close");
     AddCtrls(kBagCaptionId, &m_bagCaption, kQuestCaptionId, &m_questCaption, kChatCaptionId,
              &m_chatCaption, kPickedId, &m_picked, kBagId, &m_bag, kQuestUpId, &m_questUp,
              kQuestDownId, &m_questDown, kQuestSliderId, &m_questSlider, kQuestsId, &m_quests,
              kChatUpId, &m_chatUp, kChatDownId, &m_chatDown, kChatSliderId, &m_chatSlider, kChatId,
-             &m_chat, kSayId, &m_say, kCloseId, &m_close);
+             &m_chat, kChatInputId, &m_chatInput, kSmileId, &m_smile, kSayId, &m_say, kCloseId,
+             &m_close);
 }
 
 void CCollectionsDialog::OnInitDialog(uint64_t)
 {
     AddMsgHandler(WM_COMMAND, Clicked(kSayId), &CCollectionsDialog::OnSay);
     AddMsgHandler(WM_COMMAND, Clicked(kCloseId), &CCollectionsDialog::OnClose);
+    AddMsgHandler(WM_COMMAND, Clicked(kSmileId), &CCollectionsDialog::OnSmile);
+    AddMsgHandler(WM_NOTIFY, (static_cast<DWORD>(QZ_EDITEX_ENTER) << 16) | kChatInputId,
+                  &CCollectionsDialog::Send);
 }
 
 // The controls are made at the first showing, the lists and the tree empty: the client fills
@@ -211,6 +222,7 @@ LRESULT CCollectionsDialog::WindowProc(UINT message, WPARAM wParam, LPARAM lPara
         OnBagClick();
         return 1;
     }
+
     return CQzDialog::WindowProc(message, wParam, lParam);
 }
 
@@ -240,9 +252,26 @@ void CCollectionsDialog::OnBagClick()
 
 void CCollectionsDialog::OnSay()
 {
-    char text[64];
-    std::snprintf(text, sizeof(text), "[Guild] You: hello #%d", ++m_nSaid);
+    Send();
+}
+
+void CCollectionsDialog::Send()
+{
+    const std::string typed = m_chatInput.GetWindowText();
+    char text[128];
+    if (typed.empty())
+        std::snprintf(text, sizeof(text), "[Guild] You: hello #%d", ++m_nSaid);
+    else
+        std::snprintf(text, sizeof(text), "[Guild] You: %s", typed.c_str());
     AddChatRow(text, kGuild, "Just said: new rows blink", true);
+    m_chatInput.SetWindowText("");
+}
+
+// The smile goes in at the caret, and the box keeps the keyboard for more typing.
+void CCollectionsDialog::OnSmile()
+{
+    m_chatInput.InsertEmotion(kSmile);
+    m_chatInput.SetFocus();
 }
 
 void CCollectionsDialog::OnClose()

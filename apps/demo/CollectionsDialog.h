@@ -2,8 +2,10 @@
 // places where a game keeps many things. The bag is a grid of items with numbers, a locked
 // (disabled) slot with its mask and a glowing gem; a click marks the item under the mouse and
 // names it. The quest log is a check-box tree with tips; the chat history a list with scroll
-// buttons, a slider, blinking new rows and tips. "Say" adds a chat row; the window is shown and
-// hidden by the controls window's "Bag" button.
+// buttons, a slider, blinking new rows and tips, and under it an extended edit box where the
+// player types a line (emotion codes such as "#01" drawn as icons; the smile inserts one) that
+// Enter or "Say" sends into the history. The controls window's "Bag" button shows and hides the
+// window.
 #pragma once
 
 #include "DemoBag.h"
@@ -15,6 +17,7 @@
 #include "controls/QzStatic.h"
 #include "controls/QzTree.h"
 #include "framework/QzDialog.h"
+#include "textinput/QzEditEx.h"
 
 class CCollectionsDialog : public QzGui::CQzDialog
 {
@@ -34,6 +37,9 @@ private:
     // A click on the bag: the item under the mouse is marked and named.
     void OnBagClick();
     void OnSay();
+    void OnSmile();
+    // Sends the typed line into the history, or a greeting when nothing is typed.
+    void Send();
     void OnClose();
     void AddChatRow(const char* pszText, DWORD dwColor, const char* pszTip, bool bBlink);
 
@@ -50,6 +56,8 @@ private:
     QzGui::CQzScrollButton m_chatUp;
     QzGui::CQzScrollButton m_chatDown;
     QzGui::CQzSlider m_chatSlider;
+    QzGui::CQzEditEx m_chatInput;
+    QzGui::CQzButton m_smile;
     QzGui::CQzButton m_say;
     QzGui::CQzButton m_close;
     int m_nSaid = 0;

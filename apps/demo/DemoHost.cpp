@@ -4,8 +4,8 @@
 #include "framework/IQzGuiHelper.h"
 #include "layout/QzCursorMgr.h"
 #include "platform/render/IRenderDevice.h"
-#include "platform/system/text/QzCodePage.h"
 #include "platform/system/host/QzHost.h"
+#include "platform/system/text/QzCodePage.h"
 
 #include <sys/stat.h>
 
@@ -249,14 +249,8 @@ void CDemoHost::RunStep(const DemoStep& step)
         break;
     }
     case DemoStep::Key:
-    {
-        HWND target = GetFocus() ? GetFocus() : m_hWnd;
-        QzPlatform::Host::SetKeyState(step.value, true);
-        PostMessageW(target, WM_KEYDOWN, static_cast<WPARAM>(step.value), 1);
-        QzPlatform::Host::SetKeyState(step.value, false);
-        PostMessageW(target, WM_KEYUP, static_cast<WPARAM>(step.value), 0xC0000001);
+        PressKey(step.value, step.modifier);
         break;
-    }
     case DemoStep::Char:
     {
         HWND target = GetFocus() ? GetFocus() : m_hWnd;
@@ -264,8 +258,44 @@ void CDemoHost::RunStep(const DemoStep& step)
             PostMessageW(target, WM_CHAR, static_cast<WPARAM>(ch), 1);
         break;
     }
+    case DemoStep::Compose:
+        QzPlatform::Host::InjectImeComposition(QzPlatform::Utf8ToWide(step.text).c_str());
+        break;
+    case DemoStep::Ime:
+        QzPlatform::Host::InjectImeResult(QzPlatform::Utf8ToWide(step.text).c_str());
+        break;
     case DemoStep::Shot:
         break;
+    }
+}
+
+// The messages of a key are dispatched while it is down, so that GetKeyState answers for it
+// and for the modifier held around it as it would while the user holds them.
+void CDemoHost::PressKey(int nKey, int nModifier)
+{
+    HWND target = GetFocus() ? GetFocus() : m_hWnd;
+    if (nModifier)
+    {
+        QzPlatform::Host::SetKeyState(nModifier, true);
+        PostMessageW(target, WM_KEYDOWN, static_cast<WPARAM>(nModifier), 1);
+    }
+    QzPlatform::Host::SetKeyState(nKey, true);
+    PostMessageW(target, WM_KEYDOWN, static_cast<WPARAM>(nKey), 1);
+    // The characters TranslateMessage makes of keys without text: Backspace, Tab, Enter and
+    // Escape are their own; Ctrl+letter is its control character (Ctrl+V is 0x16).
+    if (nModifier == VK_CONTROL && nKey >= 'A' && nKey <= 'Z')
+        PostMessageW(target, WM_CHAR, static_cast<WPARAM>(nKey - 'A' + 1), 1);
+    else if (nModifier != VK_CONTROL &&
+             (nKey == VK_BACK || nKey == VK_TAB || nKey == VK_RETURN || nKey == VK_ESCAPE))
+        PostMessageW(target, WM_CHAR, static_cast<WPARAM>(nKey), 1);
+    PumpMessages();
+    QzPlatform::Host::SetKeyState(nKey, false);
+    PostMessageW(target, WM_KEYUP, static_cast<WPARAM>(nKey), 0xC0000001);
+    if (nModifier)
+    {
+        PumpMessages();
+        QzPlatform::Host::SetKeyState(nModifier, false);
+        PostMessageW(target, WM_KEYUP, static_cast<WPARAM>(nModifier), 0xC0000001);
     }
 }
 

@@ -49,6 +49,7 @@ private:
     void PumpMessages();
     void RunStep(const DemoStep& step);
     void PostMouse(UINT message, int x, int y, WPARAM keys);
+    void PressKey(int nKey, int nModifier);
     LRESULT OnHostMessage(UINT message, WPARAM wParam, LPARAM lParam);
     void UpdateCursor(LPARAM lParam);
     void AddDialogs();

@@ -8,6 +8,9 @@
 namespace
 {
 
+const int kShift = 0x10;
+const int kControl = 0x11;
+
 int KeyFromName(const std::string& name)
 {
     static const std::map<std::string, int> keys = {
@@ -20,6 +23,10 @@ int KeyFromName(const std::string& name)
     auto found = keys.find(name);
     if (found != keys.end())
         return found->second;
+    // A letter or a digit is its own virtual key.
+    if (name.size() == 1 &&
+        ((name[0] >= 'A' && name[0] <= 'Z') || (name[0] >= '0' && name[0] <= '9')))
+        return name[0];
     char* end = nullptr;
     long value = std::strtol(name.c_str(), &end, 0);
     return (end && *end == 0 && value > 0 && value < 256) ? static_cast<int>(value) : 0;
@@ -66,10 +73,11 @@ bool CDemoScript::Parse(const std::string& text, const std::string& name, std::s
 bool CDemoScript::ParseLine(const std::string& line, DemoStep& step) const
 {
     static const std::map<std::string, DemoStep::Kind> kinds = {
-        {"frame", DemoStep::Frame}, {"wait", DemoStep::Wait},   {"move", DemoStep::Move},
-        {"down", DemoStep::Down},   {"up", DemoStep::Up},       {"rdown", DemoStep::RDown},
-        {"rup", DemoStep::RUp},     {"click", DemoStep::Click}, {"wheel", DemoStep::Wheel},
-        {"key", DemoStep::Key},     {"char", DemoStep::Char},   {"shot", DemoStep::Shot},
+        {"frame", DemoStep::Frame},     {"wait", DemoStep::Wait},   {"move", DemoStep::Move},
+        {"down", DemoStep::Down},       {"up", DemoStep::Up},       {"rdown", DemoStep::RDown},
+        {"rup", DemoStep::RUp},         {"click", DemoStep::Click}, {"wheel", DemoStep::Wheel},
+        {"key", DemoStep::Key},         {"char", DemoStep::Char},   {"shot", DemoStep::Shot},
+        {"compose", DemoStep::Compose}, {"ime", DemoStep::Ime},
     };
     std::istringstream words(line);
     std::string verb;
@@ -92,10 +100,20 @@ bool CDemoScript::ParseLine(const std::string& line, DemoStep& step) const
     {
         std::string name;
         words >> name;
+        const size_t plus = name.find('+');
+        if (plus != std::string::npos)
+        {
+            step.modifier = KeyFromName(name.substr(0, plus));
+            name = name.substr(plus + 1);
+            if (step.modifier != kControl && step.modifier != kShift)
+                return false;
+        }
         step.value = KeyFromName(name);
         return step.value != 0;
     }
     case DemoStep::Char:
+    case DemoStep::Compose:
+    case DemoStep::Ime:
     {
         size_t space = line.find(' ');
         step.text = space == std::string::npos ? "" : line.substr(space + 1);

@@ -5,8 +5,11 @@
 //   move X Y           mouse move to client point (X, Y)
 //   down X Y, up X Y   left button; rdown / rup: right button; click X Y: down and up
 //   wheel X Y DELTA    wheel turn over client point (X, Y)
-//   key NAME           key down and up (a virtual-key number, or RETURN, ESCAPE, F1, ...)
+//   key NAME           key down and up (a virtual-key number, or RETURN, ESCAPE, F1, ...);
+//                      CONTROL+NAME and SHIFT+NAME hold the modifier around it
 //   char TEXT          the characters of TEXT (UTF-8), one WM_CHAR each
+//   compose TEXT       the input method's composition string (UTF-8) in the focus window
+//   ime TEXT           the input method's result string (UTF-8) in the focus window
 //   shot NAME          save the frame as NAME.png in the output folder
 //
 // Blank lines and lines starting with '#' are skipped.
@@ -30,12 +33,15 @@ struct DemoStep
         Wheel,
         Key,
         Char,
+        Compose,
+        Ime,
         Shot,
     };
     Kind kind = Frame;
     int x = 0;
     int y = 0;
     int value = 0;    // frames, milliseconds, wheel delta or virtual key
+    int modifier = 0; // virtual key held around a key step, 0 for none
     std::string text; // characters or shot name
 };
 

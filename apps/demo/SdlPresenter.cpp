@@ -1,9 +1,11 @@
 #include "SdlPresenter.h"
 
-#include "platform/system/text/QzCodePage.h"
 #include "platform/system/host/QzHost.h"
+#include "platform/system/text/QzCodePage.h"
 
 #include <SDL.h>
+
+#include <string>
 
 namespace
 {
@@ -171,14 +173,36 @@ void CSdlPresenter::Translate(const SDL_Event& event, HWND hostWindow)
         QzPlatform::Host::SetKeyState(vk, down);
         PostMessageW(GetFocus() ? GetFocus() : hostWindow, down ? WM_KEYDOWN : WM_KEYUP,
                      static_cast<WPARAM>(vk), down ? 1 : static_cast<LPARAM>(0xC0000001));
+        // The characters TranslateMessage makes of keys that give no text input: Backspace,
+        // Enter, Escape, Tab, and Ctrl+letter as its control character (Ctrl+V is 0x16).
+        const bool bControl = (SDL_GetModState() & KMOD_CTRL) != 0;
         if (down && (vk == VK_BACK || vk == VK_RETURN || vk == VK_ESCAPE || vk == VK_TAB))
             PostMessageW(GetFocus() ? GetFocus() : hostWindow, WM_CHAR, static_cast<WPARAM>(vk), 1);
+        else if (down && bControl && vk >= 'A' && vk <= 'Z')
+            PostMessageW(GetFocus() ? GetFocus() : hostWindow, WM_CHAR,
+                         static_cast<WPARAM>(vk - 'A' + 1), 1);
+        break;
+    }
+    case SDL_TEXTEDITING:
+    {
+        // The input method's composition, shown by the focus window as the system shows it.
+        const std::wstring text = QzPlatform::Utf8ToWide(event.edit.text);
+        m_bComposing = !text.empty();
+        QzPlatform::Host::InjectImeComposition(text.c_str());
         break;
     }
     case SDL_TEXTINPUT:
     {
+        // Text that ends a composition is the input method's result; other text is typed.
+        const std::wstring text = QzPlatform::Utf8ToWide(event.text.text);
+        if (m_bComposing && QzPlatform::Host::InjectImeResult(text.c_str()))
+        {
+            m_bComposing = false;
+            break;
+        }
+        m_bComposing = false;
         HWND target = GetFocus() ? GetFocus() : hostWindow;
-        for (wchar_t ch : QzPlatform::Utf8ToWide(event.text.text))
+        for (wchar_t ch : text)
             PostMessageW(target, WM_CHAR, static_cast<WPARAM>(ch), 1);
         break;
     }

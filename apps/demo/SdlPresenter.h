@@ -34,4 +34,6 @@ private:
     SDL_Texture* m_pTexture = nullptr;
     int m_nWidth = 0;
     int m_nHeight = 0;
+    // The input method has a composition in progress (SDL_TEXTEDITING with text).
+    bool m_bComposing = false;
 };

@@ -567,6 +567,7 @@ void CQzBaseWindow::ShowWindow(int nCmdShow)
     SendMessage(WM_SHOWWINDOW, 0, 0);
     m_bVisible = false;
     ReleaseCaptureIfHeld();
+    ReleaseKeyFocusIfHeld();
 }
 
 BOOL CQzBaseWindow::EnableWindow(BOOL bEnable)
@@ -576,7 +577,10 @@ BOOL CQzBaseWindow::EnableWindow(BOOL bEnable)
         return m_bEnable;
     m_bEnable = bNew;
     if (!bNew)
+    {
         ReleaseCaptureIfHeld();
+        ReleaseKeyFocusIfHeld();
+    }
     return m_bEnable;
 }
 
@@ -604,6 +608,12 @@ void CQzBaseWindow::ReleaseCaptureIfHeld()
     CQzGuiMgr* pMgr = GetMgr();
     if (pMgr && pMgr->IsCapture(this))
         pMgr->ReleaseCapture();
+}
+
+void CQzBaseWindow::ReleaseKeyFocusIfHeld()
+{
+    if (CQzGuiMgr* pMgr = GetMgr())
+        pMgr->DropKeyFocusIn(this);
 }
 
 // ---------------------------------------------------------------------------------------------

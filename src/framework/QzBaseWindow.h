@@ -215,6 +215,8 @@ protected:
     void CopyValues(const CQzBaseWindow& other);
     void CopyResources(const CQzBaseWindow& other);
     void ReleaseCaptureIfHeld();
+    // Lets the manager's key focus go when it is this window or one of its children.
+    void ReleaseKeyFocusIfHeld();
     CQzCursorMgr* GetCursorMgr() const;
 
     IQzGuiMgr* m_pQzGuiMgr = nullptr;

@@ -314,8 +314,7 @@ void CQzGuiMgr::RemoveDialog(CQzDialog* pDialog)
     if (m_pActiveDialog == pDialog)
         m_pActiveDialog = nullptr;
     // Nothing of a removed dialog keeps the keys or the mouse.
-    if (m_pKeyFocus && IsInTree(m_pKeyFocus, pDialog))
-        m_pKeyFocus = nullptr;
+    DropKeyFocusIn(pDialog);
     if (m_pCapture && IsInTree(m_pCapture, pDialog))
         m_pCapture = nullptr;
 }
@@ -558,6 +557,12 @@ bool CQzGuiMgr::IsKeyFocusMessage(UINT message)
     }
 }
 
+void CQzGuiMgr::DropKeyFocusIn(const CQzBaseWindow* pRoot)
+{
+    if (m_pKeyFocus && pRoot && IsInTree(m_pKeyFocus, pRoot))
+        m_pKeyFocus = nullptr;
+}
+
 CQzBaseWindow* CQzGuiMgr::KeyFocusTarget()
 {
     if (m_pKeyFocus && (!IsShownInTree(m_pKeyFocus) || !m_pKeyFocus->IsWindowEnabled()))
@@ -740,8 +745,7 @@ void CQzGuiMgr::ForgetWindow(CQzBaseWindow* pWindow)
         return;
     if (m_pCapture == pWindow)
         m_pCapture = nullptr;
-    if (m_pKeyFocus == pWindow)
-        m_pKeyFocus = nullptr;
+    DropKeyFocusIn(pWindow);
     if (IsSameObject(m_pActiveDialog, pWindow))
         m_pActiveDialog = nullptr;
     if (m_pDrawHookWnd == pWindow)

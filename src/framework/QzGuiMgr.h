@@ -92,11 +92,13 @@ public:
     void PinDialog(CQzDialog* pDialog);
 
     // Used by the windows and the other sub-systems.
-    // The window that gets the host window's keyboard, character and IME messages. It is let
-    // go when it is destroyed, when its dialog is removed, and when a key message finds it (or
-    // a window above it) hidden, or it disabled: such a window gets no keys.
+    // The window that gets the host window's keyboard, character and IME messages (null: none).
+    // It is let go when it or a window above it is destroyed, hidden or disabled, and when its
+    // dialog is removed; a key message that finds it unable to take keys lets it go as well.
     void SetKeyFocus(CQzBaseWindow* pWindow) { m_pKeyFocus = pWindow; }
     CQzBaseWindow* GetKeyFocus() const { return m_pKeyFocus; }
+    // Lets the key focus go when it lies in the tree under pRoot (pRoot included).
+    void DropKeyFocusIn(const CQzBaseWindow* pRoot);
     // Drops every reference the manager keeps to a window that is going away: the capture, the
     // key focus, the active dialog, the draw hook when the window is the hook, and the window's
     // place in both dialog lists.

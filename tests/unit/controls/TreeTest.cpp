@@ -19,22 +19,22 @@ namespace
 
 using Lines = std::vector<std::string>;
 using Ids = std::vector<DWORD>;
+using Step = std::function<void()>;
 
 constexpr DWORD kTreeId = 10;
-
-// The marker section has 16 x 16 frames t0..t3; "Short" has too few frames for markers.
-constexpr const char* kAni = "[News_TreeControl]\nFrameAmount=4\nFrame0=img/t0.png\n"
-                             "Frame1=img/t1.png\nFrame2=img/t2.png\nFrame3=img/t3.png\n"
-                             "[Short]\nFrameAmount=3\nFrame0=img/t0.png\nFrame1=img/t1.png\n"
-                             "Frame2=img/t2.png\n[SelBack]\nFrameAmount=1\nFrame0=img/bar.png\n"
-                             "[Look]\nFrameAmount=1\nFrame0=img/f0.png\n";
 
 class TreeScene : public ControlScene
 {
 protected:
+    // The marker section has 16 x 16 frames t0..t3; "Short" has too few frames for markers.
     TreeScene()
     {
-        m_root.Write("ani/Control.ani", kAni);
+        m_root.Write("ani/Control.ani",
+                     "[News_TreeControl]\nFrameAmount=4\nFrame0=img/t0.png\nFrame1=img/t1.png\n"
+                     "Frame2=img/t2.png\nFrame3=img/t3.png\n[Short]\nFrameAmount=3\n"
+                     "Frame0=img/t0.png\nFrame1=img/t1.png\nFrame2=img/t2.png\n"
+                     "[SelBack]\nFrameAmount=1\nFrame0=img/bar.png\n"
+                     "[Look]\nFrameAmount=1\nFrame0=img/f0.png\n");
         QzPlatform::GetAniStore()->Reload();
         for (const char* pszName : {"img/t0.png", "img/t1.png", "img/t2.png", "img/t3.png"})
             m_harness.Device().DefineTexture(pszName, 16, 16);
@@ -72,23 +72,18 @@ protected:
     // "top/visible", then what is shown and enabled of the scroll bar.
     std::string ScrollState()
     {
-        std::string state = std::to_string(m_pTree->GetTopIndex()) + "/" +
-                            std::to_string(m_pTree->GetVisibleCount());
-        state += m_pSlider->IsWindowVisible() ? " slider" : "";
-        state += m_pUp->IsWindowEnabled() ? " up" : "";
-        return state + (m_pDown->IsWindowEnabled() ? " down" : "");
+        return std::to_string(m_pTree->GetTopIndex()) + "/" +
+               std::to_string(m_pTree->GetVisibleCount()) +
+               (m_pSlider->IsWindowVisible() ? " slider" : "") +
+               (m_pUp->IsWindowEnabled() ? " up" : "") +
+               (m_pDown->IsWindowEnabled() ? " down" : "");
     }
-    void ClickRow(int nRow)
+    void Click(int x, int y)
     {
-        m_harness.MouseMove(150, 115 + 20 * nRow);
-        m_harness.Click(150, 115 + 20 * nRow);
+        m_harness.MouseMove(x, y);
+        m_harness.Click(x, y);
     }
-    void ClickButton(CQzScrollButton* pButton)
-    {
-        const RECT& rc = pButton->GetWindowRect();
-        m_harness.MouseMove(rc.left + 5, rc.top + 5);
-        m_harness.Click(rc.left + 5, rc.top + 5);
-    }
+    void ClickRow(int nRow) { Click(150, 115 + 20 * nRow); }
     // One frame of the tree alone: textures as "name x,y wxh", texts as "'text' x,y", the
     // rest traced.
     Lines Draw()
@@ -140,44 +135,34 @@ void AllItems(CQzTree& tree, DWORD nId, Ids& ids)
     }
 }
 
-// ---------------------------------------------------------------------------------------------
-// Items
-
 TEST_F(TreeScene, IdsStartAtTwoUnderTheHiddenRootAndRestartAfterDeletingAll)
 {
     Build(0);
-    EXPECT_EQ(0u, m_pTree->InsertRootItem("", TRUE));
-    EXPECT_EQ(0u, m_pTree->InsertRootItem(nullptr, TRUE));
     const DWORD a = m_pTree->InsertRootItem("A", FALSE);
     const DWORD a1 = m_pTree->InsertItem(a, "a1");
     const DWORD a11 = m_pTree->InsertCheckItem(a1, "a11", 7);
-    EXPECT_EQ((Ids{2, 3, 4}), (Ids{a, a1, a11}));
-    EXPECT_EQ(0u, m_pTree->InsertCheckItem(0, "x", 1));
-    EXPECT_EQ(0u, m_pTree->InsertItem(99, "x"));
-    EXPECT_EQ(0u, m_pTree->InsertItem(a, nullptr));
-
+    EXPECT_EQ((Ids{2, 3, 4, 0, 0, 0, 0, 0}),
+              (Ids{a, a1, a11, m_pTree->InsertRootItem("", TRUE),
+                   m_pTree->InsertRootItem(nullptr, TRUE), m_pTree->InsertCheckItem(0, "x", 1),
+                   m_pTree->InsertItem(99, "x"), m_pTree->InsertItem(a, nullptr)}));
     // Under a collapsed parent the new child is expanded but not in view.
     EXPECT_EQ((Ids{a}), VisibleWalk(*m_pTree));
-    EXPECT_TRUE(m_pTree->GetExpanded(a1));
-    EXPECT_EQ((std::vector<DWORD>{1, 0, 1, 2, 3, 1}),
-              (std::vector<DWORD>{m_pTree->GetParentItem(a), m_pTree->GetParentItem(1),
-                                  m_pTree->GetItemLevel(a), m_pTree->GetItemLevel(a1),
-                                  m_pTree->GetItemLevel(a11), DWORD(m_pTree->GetCheck(a11))}));
+    EXPECT_EQ((Ids{1, 0, 1, 2, 3, 1, 1}),
+              (Ids{m_pTree->GetParentItem(a), m_pTree->GetParentItem(1), m_pTree->GetItemLevel(a),
+                   m_pTree->GetItemLevel(a1), m_pTree->GetItemLevel(a11),
+                   DWORD(m_pTree->GetCheck(a11)), DWORD(m_pTree->GetExpanded(a1))}));
     m_pTree->Expand(a, QZ_TREE_EXPAND);
     EXPECT_EQ((Ids{a, a1, a11}), VisibleWalk(*m_pTree));
     EXPECT_EQ(3, m_pTree->GetCount());
-
     char sz[8] = "";
     EXPECT_TRUE(m_pTree->GetItemText(a11, sz));
     EXPECT_STREQ("a11", sz);
-    EXPECT_FALSE(m_pTree->GetItemText(a11, nullptr));
-    EXPECT_FALSE(m_pTree->GetItemText(42, sz));
+    EXPECT_FALSE(m_pTree->GetItemText(a11, nullptr) || m_pTree->GetItemText(42, sz));
 
     m_pTree->DeleteAllItems();
     EXPECT_EQ(0, m_pTree->GetCount());
     EXPECT_EQ(0u, m_pTree->GetItemLevel(a1)); // gone
     EXPECT_EQ(2u, m_pTree->InsertRootItem("B", FALSE));
-    EXPECT_EQ("0/1", ScrollState()); // both buttons off, the slider hidden
 }
 
 // The visible count, the top index and the item at a position come from totals the items keep;
@@ -186,30 +171,20 @@ TEST_F(TreeScene, KeptTotalsAgreeWithAWalkThroughInsertsDeletesAndFolding)
 {
     Build(0);
     std::mt19937 random(7);
-    auto pick = [&random](const Ids& ids) { return ids[random() % ids.size()]; };
     for (int nStep = 0; nStep < 600; ++nStep)
     {
-        Ids all;
+        Ids all{1};
         AllItems(*m_pTree, 1, all);
-        all.push_back(1);
-        const DWORD nId = pick(all);
-        switch (random() % 6)
-        {
-        case 0:
-        case 1:
+        const DWORD nId = all[random() % all.size()];
+        const unsigned nOp = random() % 6;
+        if (nOp < 2)
             m_pTree->InsertItem(nId, "x");
-            break;
-        case 2:
-            if (random() % 4 == 0)
-                m_pTree->DeleteItem(nId);
-            break;
-        case 3:
+        else if (nOp == 2 && random() % 4 == 0)
+            m_pTree->DeleteItem(nId);
+        else if (nOp == 3)
             m_pTree->Expand(nId, QZ_TREE_TOGGLE);
-            break;
-        default:
+        else if (nOp > 3)
             m_pTree->SetTopIndex(static_cast<int>(random() % (all.size() + 1)));
-            break;
-        }
         Ids items;
         AllItems(*m_pTree, 1, items);
         const Ids walk = VisibleWalk(*m_pTree);
@@ -223,23 +198,15 @@ TEST_F(TreeScene, KeptTotalsAgreeWithAWalkThroughInsertsDeletesAndFolding)
     }
 }
 
-// ---------------------------------------------------------------------------------------------
-// Scroll bar
-
 TEST_F(TreeScene, ExpandingCollapsingAndClicksKeepTheScrollBarInStep)
 {
     Build(0);
     const Ids roots = Fill(3, 3); // R0 R1 R2, three leaves each, all collapsed
-    const std::pair<std::function<void()>, std::string> steps[] = {
+    const std::pair<Step, std::string> steps[] = {
         {[] {}, "0/3"}, // everything fits: no slider, both buttons off
         {[&] { m_pTree->Expand(roots[0], QZ_TREE_EXPAND); }, "0/6 slider down"},
         {[&] { m_pTree->Expand(99, QZ_TREE_EXPAND); }, "0/6 slider down"},
-        {[&]
-         {
-             m_pTree->SetTopIndex(2);
-             m_pTree->UpdateScrollButtons();
-         },
-         "2/6 slider up"},
+        {[&] { m_pTree->SetTopIndex(2), m_pTree->UpdateScrollButtons(); }, "2/6 slider up"},
         {[&] { m_pTree->Expand(roots[2], QZ_TREE_TOGGLE); }, "2/9 slider up down"},
         {[&] { m_pTree->Expand(roots[0], QZ_TREE_COLLAPSE); }, "0/6 slider down"}, // top was in R0
         {[&] { ClickRow(1); }, "0/9 slider down"},                                 // R1 opens
@@ -253,110 +220,86 @@ TEST_F(TreeScene, ExpandingCollapsingAndClicksKeepTheScrollBarInStep)
     }
 }
 
-// Ten items, four rows: the view runs from top 0 to top 6. A press on a button moves one item;
-// its release disables the button at its end. The wheel moves within the same bounds.
-TEST_F(TreeScene, ScrollButtonsAndWheelStopAtBothEnds)
+// Ten items, four rows: the view runs from top 0 to top 6. A click on a button moves one item
+// and its release disables the button at its end, where a click no longer reaches it; the wheel
+// moves within the same bounds and the slider's thumb stops at the end of its track.
+TEST_F(TreeScene, ScrollButtonsWheelAndSliderStopAtBothEnds)
 {
     Build(0);
     Fill(10, 0);
-    const std::pair<std::function<void()>, int> moves[] = {
-        {[&] { m_harness.Wheel(150, 130, 120); }, 0},
-        {[&] { ClickButton(m_pUp); }, 0}, // disabled: the press does not reach it
-        {[&] { ClickButton(m_pDown); }, 1},
-        {[&] { m_harness.Wheel(150, 130, -120); }, 2},
-        {[&] { m_harness.Wheel(150, 130, -240); }, 3},
-        {[&] { m_harness.Wheel(150, 130, 0); }, 3},
-        {[&]
-         {
-             for (int i = 0; i < 3; ++i)
-                 ClickButton(m_pDown);
-         },
-         6},
-        {[&] { m_harness.Wheel(150, 130, -120); }, 6},
-        {[&] { ClickButton(m_pDown); }, 6},
-        {[&] { m_harness.Wheel(150, 130, 120); }, 5},
-    };
-    for (const auto& [move, nTop] : moves)
+    const std::tuple<char, int, const char*> moves[] = {
+        // 'w' the wheel by n, 'u' / 'd' n clicks on a button, 't' the thumb pressed at n, 'm'
+        // the mouse moved to n, then the scroll state
+        {'w', 120, "0/10 slider down"},     {'u', 1, "0/10 slider down"},
+        {'d', 1, "1/10 slider up down"},    {'w', -120, "2/10 slider up down"},
+        {'w', -240, "3/10 slider up down"}, {'w', 0, "3/10 slider up down"},
+        {'d', 3, "6/10 slider up"},         {'w', -120, "6/10 slider up"},
+        {'d', 1, "6/10 slider up"},         {'w', 120, "5/10 slider up down"},
+        {'d', 1, "6/10 slider up"},         {'u', 6, "0/10 slider down"},
+        {'t', 135, "0/10 slider down"},     {'m', 400, "6/10 slider up"},
+        {'m', 380, "3/10 slider up down"},  {'m', -100, "0/10 slider down"}};
+    for (const auto& [cMove, n, pszState] : moves)
     {
-        move();
-        EXPECT_EQ(nTop, m_pTree->GetTopIndex());
+        if (cMove == 'w')
+            m_harness.Wheel(150, 130, n);
+        for (int i = 0; (cMove == 'u' || cMove == 'd') && i < n; ++i)
+            Click(325, cMove == 'u' ? 115 : 175);
+        if (cMove == 't' || cMove == 'm')
+            m_harness.MouseMove(330, n);
+        if (cMove == 't')
+            m_harness.LButtonDown(330, n);
+        EXPECT_EQ(pszState, ScrollState()) << cMove << " " << n;
+        const int nTop = m_pTree->GetTopIndex();
         if (nTop % 3 == 0) // the slider's value at the ends and halfway
         {
             EXPECT_EQ(nTop * 100 / 6, m_pSlider->GetValue()) << nTop;
         }
     }
-    EXPECT_EQ("5/10 slider up down", ScrollState()); // the wheel brought the down button back
-    ClickButton(m_pDown);
-    EXPECT_EQ("6/10 slider up", ScrollState());
-    for (int i = 0; i < 6; ++i)
-        ClickButton(m_pUp);
-    EXPECT_EQ("0/10 slider down", ScrollState());
-    EXPECT_EQ(nullptr, m_pMgr->GetCapture());
-}
-
-TEST_F(TreeScene, DraggingTheSliderMovesTheViewAcrossTheWholeRange)
-{
-    Build(0);
-    Fill(10, 0);
-    m_harness.MouseMove(330, 135);
-    m_harness.LButtonDown(330, 135);
-    m_harness.MouseMove(330, 400); // the thumb stops at the end of its track
-    EXPECT_EQ("6/10 slider up", ScrollState());
-    m_harness.MouseMove(330, 380); // the thumb follows the mouse's moves: back to halfway
-    EXPECT_EQ("3/10 slider up down", ScrollState());
-    m_harness.MouseMove(330, -100);
     m_harness.LButtonUp(330, -100);
-    EXPECT_EQ("0/10 slider down", ScrollState());
+    EXPECT_EQ(nullptr, m_pMgr->GetCapture());
 
     m_pTree->DeleteAllItems();
-    m_pTree->InsertRootItem("A", FALSE);
-    m_pSlider->SetValue(100, TRUE); // a slider move while everything fits
+    EXPECT_EQ("0/0", ScrollState());     // both buttons off and the slider hidden, and so they stay
+    m_pTree->InsertRootItem("A", FALSE); // when the slider moves while everything fits
+    m_pSlider->SetValue(100, TRUE);
     EXPECT_EQ("0/1", ScrollState());
 }
 
-// ---------------------------------------------------------------------------------------------
-// Selection and check marks
-
-TEST_F(TreeScene, ClicksSelectOnceOpenParentsAndToggleCheckMarksOfLeaves)
+TEST_F(TreeScene, ClicksSelectOnceOpenParentsToggleCheckMarksAndSurviveAReleaseOutside)
 {
     Build(QZ_TREE_STYLE_CHECK);
     const DWORD r0 = m_pTree->InsertRootItem("R0", TRUE);
     const DWORD c0 = m_pTree->InsertItem(r0, "c0");
     m_pTree->InsertItem(r0, "c1");
     const DWORD leaf = m_pTree->InsertRootItem("L", FALSE); // rows: R0 c0 c1 L
-    const struct
+    const std::tuple<int, int, Ids> clicks[] = {
+        // row, notices so far, c0's and L's checks and R0 open
+        {1, 1, {1, 0, 1}},
+        {1, 1, {0, 0, 1}}, // the same item: no second notice
+        {3, 2, {0, 1, 1}}, // a top-level leaf has a check too
+        {0, 3, {0, 1, 0}},
+        {0, 3, {0, 1, 1}}}; // a parent opens or closes
+    auto state = [&]
     {
-        std::function<void()> input;
-        int nNotices;
-        bool bC0, bLeaf, bR0Open;
-    } steps[] = {
-        {[&] { ClickRow(1); }, 1, true, false, true},
-        {[&] { ClickRow(1); }, 1, false, false, true}, // the same item: no second notice
-        {[&] { ClickRow(3); }, 2, false, true, true},  // a top-level leaf has a check too
-        {[&] { ClickRow(0); }, 3, false, true, false}, // a parent opens or closes
-        {[&] { ClickRow(0); }, 3, false, true, true},
-        // Pressed twice, released outside the tree: each press acts, the release is not ours.
-        {[&]
-         {
-             m_harness.MouseMove(150, 135);
-             m_harness.LButtonDown(150, 135);
-             m_harness.LButtonDown(150, 135);
-             m_harness.MouseMove(20, 20);
-             m_harness.LButtonUp(20, 20);
-         },
-         4, false, true, true},
+        return Ids{DWORD(m_pTree->GetCheck(c0)), DWORD(m_pTree->GetCheck(leaf)),
+                   DWORD(m_pTree->GetExpanded(r0))};
     };
-    for (const auto& step : steps)
+    for (const auto& [nRow, nNotices, expected] : clicks)
     {
-        step.input();
-        EXPECT_EQ(step.nNotices, m_nSelChanges);
-        EXPECT_EQ((std::vector<BOOL>{step.bC0, step.bLeaf, step.bR0Open}),
-                  (std::vector<BOOL>{m_pTree->GetCheck(c0), m_pTree->GetCheck(leaf),
-                                     m_pTree->GetExpanded(r0)}));
+        ClickRow(nRow);
+        EXPECT_EQ(nNotices, m_nSelChanges) << nRow;
+        EXPECT_EQ(expected, state()) << nRow;
     }
+    // Pressed twice, released outside the tree: each press acts, the release is not ours.
+    m_harness.MouseMove(150, 135);
+    m_harness.LButtonDown(150, 135);
+    m_harness.LButtonDown(150, 135);
+    m_harness.MouseMove(20, 20);
+    m_harness.LButtonUp(20, 20);
+    EXPECT_EQ(4, m_nSelChanges);
+    EXPECT_EQ((Ids{0, 1, 1}), state());
     EXPECT_EQ(c0, m_pTree->GetSelectedItem());
     EXPECT_EQ(nullptr, m_pMgr->GetCapture());
-
     m_pTree->SelectItem(c0);
     m_pTree->SelectItem(0); // names nothing
     EXPECT_EQ(4, m_nSelChanges);
@@ -383,11 +326,9 @@ TEST_F(TreeScene, DeletingTheParentOfTheSelectedAndTopItemsResetsBoth)
     m_pTree->Expand(roots[1], QZ_TREE_EXPAND); // R0 c0 c1 c2 R1 c0 c1 c2 R2
     m_pTree->SetTopIndex(5);                   // R1's c0
     ClickRow(1);                               // R1's c1
-    ASSERT_EQ(1, m_nSelChanges);
     m_pTree->DeleteItem(roots[1]);
     EXPECT_EQ(2, m_nSelChanges);
-    EXPECT_EQ((std::vector<DWORD>{0, 0}),
-              (std::vector<DWORD>{m_pTree->GetSelectedItem(), m_pTree->GetTopItem()}));
+    EXPECT_EQ((Ids{0, 0}), (Ids{m_pTree->GetSelectedItem(), m_pTree->GetTopItem()}));
     EXPECT_EQ("0/5 slider down", ScrollState());
     EXPECT_EQ(
         (Lines{"t1 110,106 16x16", "'R0' 134,110", "'c0' 134,130", "'c1' 134,150", "'c2' 134,170"}),
@@ -396,13 +337,11 @@ TEST_F(TreeScene, DeletingTheParentOfTheSelectedAndTopItemsResetsBoth)
     // Deleting before the top keeps the top item; its position follows.
     m_pTree->SetTopIndex(4); // R2
     m_pTree->DeleteItem(roots[0]);
-    EXPECT_EQ((std::vector<DWORD>{roots[2], 0}),
-              (std::vector<DWORD>{m_pTree->GetTopItem(), DWORD(m_pTree->GetTopIndex())}));
-    EXPECT_EQ(2, m_nSelChanges);
+    EXPECT_EQ((Ids{roots[2], 0, 2}),
+              (Ids{m_pTree->GetTopItem(), DWORD(m_pTree->GetTopIndex()), DWORD(m_nSelChanges)}));
 
     // A parent that removes the item while told of its selection.
-    const DWORD r3 = m_pTree->InsertRootItem("R3", FALSE);
-    m_pTree->InsertItem(r3, "c");
+    m_pTree->InsertItem(m_pTree->InsertRootItem("R3", FALSE), "c");
     OnSelChange = [this]
     {
         ++m_nSelChanges;
@@ -412,9 +351,6 @@ TEST_F(TreeScene, DeletingTheParentOfTheSelectedAndTopItemsResetsBoth)
     EXPECT_EQ(4, m_nSelChanges);       // selected, then unselected by the removal
     EXPECT_EQ(4, m_pTree->GetCount()); // R2 and its leaves
 }
-
-// ---------------------------------------------------------------------------------------------
-// Drawing
 
 // Indent 24 a level; a marker (raised 4) for top-level and parent items, a check mark for leaves
 // in the check style, each a column of 24 before the text.
@@ -440,7 +376,6 @@ TEST_F(TreeScene, MarkersAndCheckMarksSitByLevelAndState)
 
     m_pTree->SetTreeAni("Short"); // too few frames: no markers, the texts keep their place
     EXPECT_EQ((Lines{"'R0' 134,110", "'L' 158,126"}), Draw());
-
     m_pTreeRecord->SetFontColor(0xFF00FF00);
     m_pTreeRecord->AddFlags(WNDINFO_FLAG_FONTCOLOR);
     m_pTree->LoadWndInfo();
@@ -448,50 +383,36 @@ TEST_F(TreeScene, MarkersAndCheckMarksSitByLevelAndState)
     EXPECT_EQ(0xFF00FF00u, Texts().at(0).colour);
 }
 
-TEST_F(TreeScene, TheSelectionIsABlockFromTheTextToTheRightEdgeWithoutABarSection)
+// Without a bar section the selection is a block from the text to the right edge; a bar section
+// is offset, stretched over the same width and drawn on parents only in the bar style.
+TEST_F(TreeScene, TheSelectionIsABlockOrAnOffsetBarSectionFromTheTextToTheRightEdge)
 {
-    Build(0);
+    Build(0, {{"ItemHeight", "20"}, {"SelBackOffsetX", "-2"}, {"SelBackOffsetY", "1"}});
     const DWORD r0 = m_pTree->InsertRootItem("R0", TRUE);
     const DWORD c0 = m_pTree->InsertItem(r0, "c0");
+    const std::string marker = "t1 110,106 16x16", r0Text = "'R0' 134,110", c0Text = "'c0' 134,130";
+    m_pTree->SelectItem(c0);
+    EXPECT_EQ((Lines{marker, r0Text, "fill 134,130,310,144 #800000FF", c0Text}), Draw());
     m_pTree->SetDrawBacking(TRUE);
     m_pTree->SetItemMargin(3, 4);
-    const std::string backing = "fill 113,114,310,190 #FF000000";
-    m_pTree->SelectItem(c0);
-    EXPECT_EQ((Lines{backing, "t1 110,106 16x16", "'R0' 134,110", "fill 134,130,310,144 #800000FF",
-                     "'c0' 134,130"}),
-              Draw());
     m_pTree->SetSelColor(0x40FF0000);
     m_pTree->SelectItem(r0);
-    EXPECT_EQ((Lines{backing, "t1 110,106 16x16", "fill 134,110,310,124 #40FF0000", "'R0' 134,110",
-                     "'c0' 134,130"}),
+    EXPECT_EQ((Lines{"fill 113,114,310,190 #FF000000", marker, "fill 134,110,310,124 #40FF0000",
+                     r0Text, c0Text}),
               Draw());
-}
 
-TEST_F(TreeScene, TheBarSectionIsOffsetAndDrawnOnParentsOnlyInTheBarStyle)
-{
-    Build(0, {{"ItemHeight", "20"},
-              {"SelBackAni", "SelBack"},
-              {"SelBackOffsetX", "-2"},
-              {"SelBackOffsetY", "1"}});
-    const DWORD r0 = m_pTree->InsertRootItem("R0", TRUE);
-    const DWORD c0 = m_pTree->InsertItem(r0, "c0");
-    const struct
+    m_pTree->SetDrawBacking(FALSE);
+    m_pTreeRecord->AddExtra("SelBackAni", "SelBack");
+    m_pTree->LoadWndInfo();
+    const std::tuple<int, DWORD, Lines> cases[] = {
+        {0, c0, {marker, r0Text, "ba 132,131 176x14", c0Text}},
+        {0, r0, {marker, r0Text, c0Text}},
+        {QZ_TREE_STYLE_SELBAR, r0, {marker, "ba 132,111 176x14", r0Text, c0Text}}};
+    for (const auto& [nStyle, nSelected, expected] : cases)
     {
-        int nStyle;
-        DWORD nSelected;
-        Lines expected;
-    } cases[] = {
-        {0, c0, {"t1 110,106 16x16", "'R0' 134,110", "ba 132,131 176x14", "'c0' 134,130"}},
-        {0, r0, {"t1 110,106 16x16", "'R0' 134,110", "'c0' 134,130"}},
-        {QZ_TREE_STYLE_SELBAR,
-         r0,
-         {"t1 110,106 16x16", "ba 132,111 176x14", "'R0' 134,110", "'c0' 134,130"}},
-    };
-    for (const auto& c : cases)
-    {
-        m_pTree->PreSetParam(c.nStyle, m_pUp, m_pDown, 0, 1, m_pSlider);
-        m_pTree->SelectItem(c.nSelected);
-        EXPECT_EQ(c.expected, Draw()) << c.nStyle << " " << c.nSelected;
+        m_pTree->PreSetParam(nStyle, m_pUp, m_pDown, 0, 1, m_pSlider);
+        m_pTree->SelectItem(nSelected);
+        EXPECT_EQ(expected, Draw()) << nStyle << " " << nSelected;
     }
 }
 
@@ -503,33 +424,25 @@ TEST_F(TreeScene, TheItemTipFollowsTheMouseBelowOrOnItsRow)
     const DWORD r0 = m_pTree->InsertRootItem("R0", TRUE);
     m_pTree->SetItemTip(m_pTree->InsertItem(r0, "c0"), "Line one\\bLine two");
     m_pTree->SetItemTip(r0, nullptr);
-    const struct
+    const std::tuple<BOOL, POINT, int, Lines> cases[] = {
+        // below, mouse, tip top (0: no tip), lines
+        {TRUE, {150, 135}, 152, {"'Line one' 122,154", "'Line two' 122,166"}},
+        {FALSE, {150, 149}, 130, {"'Line one' 122,132", "'Line two' 122,144"}},
+        {TRUE, {150, 115}, 0, {}}, // R0 has no tip
+        {TRUE, {150, 175}, 0, {}}, // no item in that row
+        {TRUE, {20, 135}, 0, {}}}; // off the tree
+    for (const auto& [bBelow, pt, nTop, texts] : cases)
     {
-        BOOL bBelow;
-        int nMouseY;
-        Lines expected;
-    } cases[] = {
-        {TRUE, 135, {"fill 118,152,174,184 #80000000", "'Line one' 122,154", "'Line two' 122,166"}},
-        {FALSE,
-         149,
-         {"fill 118,130,174,162 #80000000", "'Line one' 122,132", "'Line two' 122,144"}},
-        {TRUE, 115, {}}, // R0 has no tip
-        {TRUE, 175, {}}, // no item in that row
-    };
-    for (const auto& c : cases)
-    {
-        m_pTree->SetTipBelow(c.bBelow);
-        m_harness.MouseMove(150, c.nMouseY);
-        Lines lines = Draw();
-        lines.erase(lines.begin(), lines.begin() + 3); // marker and the two texts
-        EXPECT_EQ(c.expected, lines) << c.nMouseY;
+        m_pTree->SetTipBelow(bBelow);
+        m_harness.MouseMove(pt.x, pt.y);
+        Lines expected = {"t1 110,106 16x16", "'R0' 134,110", "'c0' 134,130"};
+        if (nTop)
+            expected.push_back("fill 118," + std::to_string(nTop) + ",174," +
+                               std::to_string(nTop + 32) + " #80000000");
+        expected.insert(expected.end(), texts.begin(), texts.end());
+        EXPECT_EQ(expected, Draw()) << pt.x << "," << pt.y;
     }
-    m_harness.MouseMove(20, 135); // off the tree: no tip
-    EXPECT_EQ(3u, Draw().size());
 }
-
-// ---------------------------------------------------------------------------------------------
-// Creation and edge values
 
 TEST_F(TreeScene, CreationNeedsARecordAndReportsAMissingSetUp)
 {

@@ -160,7 +160,9 @@ TEST_F(DumpRscHostileTest, CutAtAnyLengthLosesOnlyWhatIsCut)
         for (size_t i = 0; i < damaged.size(); ++i)
         {
             if (result.damaged[i].rfind("entry ", 0) != 0)
+            {
                 EXPECT_EQ(damaged[i], result.damaged[i]) << what;
+            }
         }
         EXPECT_EQ(TraceWithout(damaged), result.trace) << what;
         nPartial += !damaged.empty() && damaged.size() < kLabels.size() ? 1 : 0;

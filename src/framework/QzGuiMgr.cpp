@@ -763,6 +763,14 @@ void CQzGuiMgr::ForgetWindow(CQzBaseWindow* pWindow)
         pHelper->ForgetWindow(pWindow);
 }
 
+void CQzGuiMgr::SetKeyFocus(CQzBaseWindow* pWindow)
+{
+    m_pKeyFocus = pWindow;
+    // The edit shell lets its box go (EN_KILLFOCUS) and the keyboard returns to the host window.
+    if (pWindow && g_pQzEditSingle)
+        g_pQzEditSingle->GiveKeyboardToHost();
+}
+
 CQzGuiInfoMgr* CQzGuiMgr::GetInfoMgr()
 {
     if (!m_pInfoMgr)

@@ -95,7 +95,8 @@ public:
     // The window that gets the host window's keyboard, character and IME messages (null: none).
     // It is let go when it or a window above it is destroyed, hidden or disabled, and when its
     // dialog is removed; a key message that finds it unable to take keys lets it go as well.
-    void SetKeyFocus(CQzBaseWindow* pWindow) { m_pKeyFocus = pWindow; }
+    // A window taking the key focus takes the host window's keys from a bound edit box too.
+    void SetKeyFocus(CQzBaseWindow* pWindow);
     CQzBaseWindow* GetKeyFocus() const { return m_pKeyFocus; }
     // Lets the key focus go when it lies in the tree under pRoot (pRoot included).
     void DropKeyFocusIn(const CQzBaseWindow* pRoot);

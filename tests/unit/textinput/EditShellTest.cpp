@@ -121,6 +121,14 @@ TEST_F(ShellTest, GivingTheKeyboardToTheHostUnbindsTheBoxAndTheHostGetsTheKeys)
     EXPECT_EQ(1, QzTest::CountOf(seen, WM_CHAR));
     Shell()->GiveKeyboardToHost(); // nothing bound: nothing happens
     EXPECT_EQ(4u, m_dialog.Codes(1).size());
+
+    // A window taking the manager's key focus (an extended edit box) does the same.
+    pEdit->SetFocus();
+    EXPECT_EQ(Single(), GetFocus());
+    m_pMgr->SetKeyFocus(&m_other);
+    EXPECT_FALSE(pEdit->IsFocused());
+    EXPECT_EQ(m_harness.MainWindow(), GetFocus());
+    EXPECT_EQ(QZ_EN_KILLFOCUS, m_dialog.Codes(1).back());
 }
 
 TEST_F(ShellTest, BindingGivesTheWindowTheBoxsSwitchesAndSize)

@@ -32,6 +32,7 @@ enum : DWORD
     kResetId = 10,
     kPanelButtonId = 11,
     kBagButtonId = 14,
+    kLoginButtonId = 15,
     kMarqueeCheckId = 12,
     kBarCheckId = 13,
     kTrackId = 19,
@@ -69,13 +70,15 @@ CControlsDialog::CControlsDialog() : CQzDialog(kId, nullptr)
     m_reset.SetWindowText("Reset");
     m_panel.SetWindowText("Panel");
     m_bag.SetWindowText("Bag");
+    m_login.SetWindowText("Login");
     m_marqueeCheck.SetWindowText("Marquee");
     m_barCheck.SetWindowText("Bar");
     // Listed bottom to top: the track image lies under the slider that drags over it.
     AddCtrls(kCaptionId, &m_caption, kResetId, &m_reset, kPanelButtonId, &m_panel, kMarqueeCheckId,
-             &m_marqueeCheck, kBarCheckId, &m_barCheck, kBagButtonId, &m_bag, kTrackId, &m_track,
-             kSliderId, &m_slider, kQuieterId, &m_quieter, kLouderId, &m_louder, kBarId, &m_bar,
-             kSegmentsId, &m_segments, kVBarId, &m_vbar, kMarqueeId, &m_marquee);
+             &m_marqueeCheck, kBarCheckId, &m_barCheck, kBagButtonId, &m_bag, kLoginButtonId,
+             &m_login, kTrackId, &m_track, kSliderId, &m_slider, kQuieterId, &m_quieter, kLouderId,
+             &m_louder, kBarId, &m_bar, kSegmentsId, &m_segments, kVBarId, &m_vbar, kMarqueeId,
+             &m_marquee);
 }
 
 void CControlsDialog::OnInitDialog(uint64_t)
@@ -83,6 +86,7 @@ void CControlsDialog::OnInitDialog(uint64_t)
     AddMsgHandler(WM_COMMAND, Clicked(kResetId), &CControlsDialog::OnReset);
     AddMsgHandler(WM_COMMAND, Clicked(kPanelButtonId), &CControlsDialog::OnPanel);
     AddMsgHandler(WM_COMMAND, Clicked(kBagButtonId), &CControlsDialog::OnBag);
+    AddMsgHandler(WM_COMMAND, Clicked(kLoginButtonId), &CControlsDialog::OnLogin);
     AddMsgHandler(WM_COMMAND, Clicked(kMarqueeCheckId), &CControlsDialog::OnMarqueeCheck);
     AddMsgHandler(WM_COMMAND, Clicked(kBarCheckId), &CControlsDialog::OnBarCheck);
 }
@@ -152,9 +156,19 @@ void CControlsDialog::OnPanel()
 
 void CControlsDialog::OnBag()
 {
-    CQzDialog* pCollections = GetGuiMgr()->FindDialog(kCollectionsId);
-    if (pCollections)
-        pCollections->ShowWindow(pCollections->IsWindowVisible() ? SW_HIDE : SW_SHOW);
+    ToggleDialog(kCollectionsId);
+}
+
+void CControlsDialog::OnLogin()
+{
+    ToggleDialog(kLoginId);
+}
+
+void CControlsDialog::ToggleDialog(DWORD nId)
+{
+    CQzDialog* pDialog = GetGuiMgr()->FindDialog(nId);
+    if (pDialog)
+        pDialog->ShowWindow(pDialog->IsWindowVisible() ? SW_HIDE : SW_SHOW);
 }
 
 void CControlsDialog::OnMarqueeCheck()

@@ -2,7 +2,8 @@
 // game's options page would be. A slider sets a volume from 0 to 100 that three progress bars
 // show; two scroll buttons step it and repeat while held; "Reset" puts it back to 0; check
 // boxes show and hide the marquee and the vertical bar; "Panel" shows and hides a window that
-// the library built from ini/GUI_EX.ini alone; "Bag" shows and hides the collections window.
+// the library built from ini/GUI_EX.ini alone; "Bag" shows and hides the collections window and
+// "Login" the login window.
 // Every control has a tip in the layout.
 #pragma once
 
@@ -24,6 +25,8 @@ public:
     static constexpr DWORD kPanelId = 600;
     // The collections window that "Bag" shows and hides.
     static constexpr DWORD kCollectionsId = 700;
+    // The login window that "Login" shows and hides.
+    static constexpr DWORD kLoginId = 800;
 
     CControlsDialog();
 
@@ -37,6 +40,8 @@ private:
     void OnReset();
     void OnPanel();
     void OnBag();
+    void OnLogin();
+    void ToggleDialog(DWORD nId);
     void OnMarqueeCheck();
     void OnBarCheck();
     // The slider moved: the bars and the caption follow it.
@@ -48,6 +53,7 @@ private:
     QzGui::CQzButton m_reset;
     QzGui::CQzButton m_panel;
     QzGui::CQzButton m_bag;
+    QzGui::CQzButton m_login;
     QzGui::CQzCheck m_marqueeCheck;
     QzGui::CQzCheck m_barCheck;
     QzGui::CQzImage m_track;

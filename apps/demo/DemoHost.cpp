@@ -66,6 +66,7 @@ CDemoHost::~CDemoHost()
         m_pGuiMgr->RemoveDialog(&m_showcase);
         m_pGuiMgr->RemoveDialog(&m_controls);
         m_pGuiMgr->RemoveDialog(&m_collections);
+        m_pGuiMgr->RemoveDialog(&m_loginDialog);
         for (auto& dialog : m_vecDialogs)
             m_pGuiMgr->RemoveDialog(dialog.get());
     }
@@ -90,6 +91,8 @@ bool CDemoHost::Create(bool bDebug)
     if (!m_hWnd)
         return false;
     SetWindowLongPtrW(m_hWnd, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+    // The client's window is the active one and has the keyboard, as on Windows after start-up.
+    SetFocus(m_hWnd);
     m_pGuiMgr = QzGui::CreateGuiMgr();
     if (!m_pGuiMgr ||
         !m_pGuiMgr->Init(GetModuleHandleA(nullptr), m_hWnd, CShowcaseDialog::kId, kLayoutFile))
@@ -120,8 +123,9 @@ void CDemoHost::AddDialogs()
         else
             dialog->ShowWindow(SW_SHOW);
     }
-    // Hidden until "Bag"; above the others when shown.
+    // Hidden until "Bag" and "Login"; above the others when shown.
     m_pGuiMgr->AddDialog(&m_collections, nullptr, false);
+    m_pGuiMgr->AddDialog(&m_loginDialog, nullptr, false);
 }
 
 void CDemoHost::ToggleFlyingDialog()
@@ -253,15 +257,17 @@ void CDemoHost::RunStep(const DemoStep& step)
         break;
     case DemoStep::Char:
     {
-        HWND target = GetFocus() ? GetFocus() : m_hWnd;
+        HWND target = KeyboardTarget();
         for (wchar_t ch : QzPlatform::Utf8ToWide(step.text))
             PostMessageW(target, WM_CHAR, static_cast<WPARAM>(ch), 1);
         break;
     }
     case DemoStep::Compose:
+        TurnImeOn(KeyboardTarget());
         QzPlatform::Host::InjectImeComposition(QzPlatform::Utf8ToWide(step.text).c_str());
         break;
     case DemoStep::Ime:
+        TurnImeOn(KeyboardTarget());
         QzPlatform::Host::InjectImeResult(QzPlatform::Utf8ToWide(step.text).c_str());
         break;
     case DemoStep::Shot:
@@ -269,11 +275,30 @@ void CDemoHost::RunStep(const DemoStep& step)
     }
 }
 
+// Keyboard input goes to the window that has the focus once the input before it (a click that
+// binds an edit box, say) has been handled, as Windows routes it from its input queue.
+HWND CDemoHost::KeyboardTarget()
+{
+    PumpMessages();
+    return GetFocus() ? GetFocus() : m_hWnd;
+}
+
+// The user who composes has the input method on (Ctrl+Space, or the language bar) in the window
+// that has the focus.
+void CDemoHost::TurnImeOn(HWND hWnd)
+{
+    HIMC hImc = ImmGetContext(hWnd);
+    if (!hImc)
+        return;
+    ImmSetOpenStatus(hImc, TRUE);
+    ImmReleaseContext(hWnd, hImc);
+}
+
 // The messages of a key are dispatched while it is down, so that GetKeyState answers for it
 // and for the modifier held around it as it would while the user holds them.
 void CDemoHost::PressKey(int nKey, int nModifier)
 {
-    HWND target = GetFocus() ? GetFocus() : m_hWnd;
+    HWND target = KeyboardTarget();
     if (nModifier)
     {
         QzPlatform::Host::SetKeyState(nModifier, true);

@@ -7,6 +7,7 @@
 #include "ControlsDialog.h"
 #include "DemoScript.h"
 #include "LabelDialog.h"
+#include "LoginDialog.h"
 #include "PanelCaption.h"
 #include "ShowcaseDialog.h"
 
@@ -50,6 +51,8 @@ private:
     void RunStep(const DemoStep& step);
     void PostMouse(UINT message, int x, int y, WPARAM keys);
     void PressKey(int nKey, int nModifier);
+    HWND KeyboardTarget();
+    static void TurnImeOn(HWND hWnd);
     LRESULT OnHostMessage(UINT message, WPARAM wParam, LPARAM lParam);
     void UpdateCursor(LPARAM lParam);
     void AddDialogs();
@@ -63,6 +66,7 @@ private:
     CShowcaseDialog m_showcase;
     CControlsDialog m_controls;
     CCollectionsDialog m_collections;
+    CLoginDialog m_loginDialog;
     std::unique_ptr<CPanelCaption> m_pPanelCaption;
     std::vector<std::unique_ptr<CLabelDialog>> m_vecDialogs;
     CLabelDialog* m_pFlyingDialog = nullptr;

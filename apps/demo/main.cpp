@@ -16,7 +16,7 @@ namespace
 
 // Without --script the headless demo runs the bundle's scripts one after the other.
 const char* const kDefaultScripts[] = {"scripts/showcase.txt", "scripts/controls.txt",
-                                       "scripts/collections.txt"};
+                                       "scripts/collections.txt", "scripts/login.txt"};
 
 std::string AbsolutePath(const std::string& path)
 {

@@ -143,6 +143,33 @@ void Ime(uint8_t which, const std::string& text)
         QzPlatform::Host::InjectImeResult(wide.c_str());
 }
 
+// One of the boxes takes the focus as a click gives it, or the host takes the key focus back.
+void FocusBox(Boxes& b, int32_t value)
+{
+    switch ((value & 0xFF) % (kBoxes + 1))
+    {
+    case 0:
+        b.single.SetFocus();
+        break;
+    case 1:
+        b.pin.SetFocus();
+        break;
+    case 2:
+        b.multi.SetFocus();
+        break;
+    case 3:
+        b.exSingle.SetFocus();
+        break;
+    case 4:
+        b.exMulti.SetFocus();
+        break;
+    default:
+        if (CQzGuiMgr* pMgr = static_cast<CQzGuiMgr*>(b.single.GetGuiMgr()))
+            pMgr->SetKeyFocus(nullptr);
+        break;
+    }
+}
+
 void HostCall(Boxes& b, uint8_t which, int32_t value, const std::string& text)
 {
     CQzCtrl* pBox = b.At(value & 0xFF);
@@ -169,10 +196,7 @@ void HostCall(Boxes& b, uint8_t which, int32_t value, const std::string& text)
         b.multi.SetSel(value >> 20, (value >> 8) & 0xFFF, (value & 0x100) != 0);
         break;
     case 6:
-        if (value & 0x100)
-            b.At(value & 0xFF)->SetFocus();
-        else
-            pBox->GetMgr()->SetKeyFocus(nullptr);
+        FocusBox(b, value);
         break;
     default:
         b.multi.InsertNewLine();

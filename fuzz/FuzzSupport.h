@@ -11,8 +11,8 @@
 #include "platform/render/NullRenderDevice.h"
 #include "platform/services/QzAssert.h"
 #include "platform/services/QzLog.h"
-#include "platform/system/host/QzHost.h"
 #include "platform/system/QzSystem.h"
+#include "platform/system/host/QzHost.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -121,9 +121,9 @@ inline void WriteFile(const char* relative, const std::string& text)
     WriteFile(relative, reinterpret_cast<const uint8_t*>(text.data()), text.size());
 }
 
-// The host of the manager targets: its main window, and as its resource module a data file
-// without dialog templates, so that a window without a record gets none generated (and the
-// executable is not read as one for every input).
+// The host of the manager targets: its main window (made by each screen), and as its resource
+// module a data file without dialog templates, so that a window without a record gets none
+// generated (and the executable is not read as one for every input).
 struct FuzzHost
 {
     HWND hWnd = nullptr;
@@ -136,7 +136,7 @@ inline FuzzHost& Host()
     return host;
 }
 
-// Once per process, after Setup.
+// Once per process, after Setup: the resource module and the host window's class.
 inline void SetupHost()
 {
     WriteFile("NoTemplates.dll", "not a module");
@@ -146,8 +146,6 @@ inline void SetupHost()
     wc.lpfnWndProc = DefWindowProcW;
     wc.lpszClassName = L"QzFuzzHost";
     RegisterClassW(&wc);
-    Host().hWnd = CreateWindowExW(0, L"QzFuzzHost", L"fuzz", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0,
-                                  1024, 768, nullptr, nullptr, nullptr, nullptr);
 }
 
 // A window that draws its background and front effect, takes the capture on a press and on the
@@ -188,14 +186,18 @@ private:
     bool m_bCloses;
 };
 
-// A GUI manager on the host with the layout file ini/Fuzz.ini at a fixed clock, and the dialogs
-// and windows a target adds, made and ended in the order a host makes and ends them.
+// A GUI manager on a host window of its own (Host().hWnd while it lives) with the layout file
+// ini/Fuzz.ini at a fixed clock, and the dialogs and windows a target adds, made and ended in the
+// order a host makes and ends them. The host window goes last, and the edit shell's hidden system
+// windows, its children, with it, as when a game closes.
 class CFuzzScreen
 {
 public:
     CFuzzScreen()
     {
         QzPlatform::Host::SetTime(100000);
+        Host().hWnd = CreateWindowExW(0, L"QzFuzzHost", L"fuzz", WS_OVERLAPPEDWINDOW | WS_VISIBLE,
+                                      0, 0, 1024, 768, nullptr, nullptr, nullptr, nullptr);
         m_pMgr = static_cast<QzGui::CQzGuiMgr*>(QzGui::CreateGuiMgr());
         m_pMgr->Init(Host().hModule, Host().hWnd, 100, "Fuzz.ini");
     }
@@ -205,6 +207,8 @@ public:
         while (!m_dialogs.empty())
             m_dialogs.pop_back(); // child dialogs first
         m_pMgr->Release();
+        DestroyWindow(Host().hWnd);
+        Host().hWnd = nullptr;
     }
     CFuzzScreen(const CFuzzScreen&) = delete;
     CFuzzScreen& operator=(const CFuzzScreen&) = delete;

@@ -3,7 +3,6 @@
 #include "platform/system/kernel/QzKernelHost.h"
 
 #include <cstring>
-#include <cwchar>
 
 namespace QzTest
 {
@@ -11,7 +10,6 @@ namespace QzTest
 namespace
 {
 
-const wchar_t kParentClass[] = L"EditTestParent";
 std::vector<Notification> g_notifications;
 
 LRESULT CALLBACK ParentProc(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lParam)
@@ -21,43 +19,42 @@ LRESULT CALLBACK ParentProc(HWND hwnd, UINT msg, WPARAM wParam, LPARAM lParam)
     return DefWindowProcW(hwnd, msg, wParam, lParam);
 }
 
-template <class C> HGLOBAL BlockOf(const std::basic_string<C>& text)
+template <class C> void PutClipboard(UINT format, const std::basic_string<C>& text)
 {
-    HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE, (text.size() + 1) * sizeof(C));
-    std::memcpy(GlobalLock(block), text.c_str(), (text.size() + 1) * sizeof(C));
+    const size_t bytes = (text.size() + 1) * sizeof(C);
+    HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE, bytes);
+    std::memcpy(GlobalLock(block), text.c_str(), bytes);
     GlobalUnlock(block);
-    return block;
-}
-
-void PutClipboard(UINT format, HGLOBAL block)
-{
     ASSERT_TRUE(OpenClipboard(nullptr));
     EmptyClipboard();
     SetClipboardData(format, block);
     CloseClipboard();
 }
 
+void ResetSystem()
+{
+    QzPlatform::Host::ResetForTesting();
+    QzPlatform::ResetKernelForTesting();
+    g_notifications.clear();
+}
+
 } // namespace
 
 void EditTest::SetUp()
 {
-    QzPlatform::Host::ResetForTesting();
-    QzPlatform::ResetKernelForTesting();
+    ResetSystem();
     WNDCLASSW wc = {};
     wc.lpfnWndProc = ParentProc;
-    wc.lpszClassName = kParentClass;
+    wc.lpszClassName = L"EditTestParent";
     ASSERT_NE(RegisterClassW(&wc), 0);
-    m_hParent = CreateWindowExW(0, kParentClass, L"", 0, 0, 0, 640, 480, nullptr, nullptr, nullptr,
-                                nullptr);
+    m_hParent = CreateWindowExW(0, wc.lpszClassName, L"", 0, 0, 0, 640, 480, nullptr, nullptr,
+                                nullptr, nullptr);
     ASSERT_TRUE(m_hParent);
-    g_notifications.clear();
 }
 
 void EditTest::TearDown()
 {
-    QzPlatform::Host::ResetForTesting();
-    QzPlatform::ResetKernelForTesting();
-    g_notifications.clear();
+    ResetSystem();
 }
 
 HWND EditTest::CreateEdit(DWORD style, int width, int height, const wchar_t* text)
@@ -66,9 +63,9 @@ HWND EditTest::CreateEdit(DWORD style, int width, int height, const wchar_t* tex
                            reinterpret_cast<HMENU>(7), nullptr, nullptr);
 }
 
-HWND EditTest::CreateEditA(DWORD style, int width, int height, const char* text)
+HWND EditTest::CreateEditA(DWORD style, const char* text)
 {
-    return CreateWindowExA(0, "edit", text, WS_CHILD | style, 0, 0, width, height, m_hParent,
+    return CreateWindowExA(0, "edit", text, WS_CHILD | style, 0, 0, 100, 24, m_hParent,
                            reinterpret_cast<HMENU>(7), nullptr, nullptr);
 }
 
@@ -88,24 +85,9 @@ const std::vector<Notification>& EditTest::Notifications() const
 
 std::wstring EditTest::TextW(HWND hwnd)
 {
-    const int length = GetWindowTextLengthW(hwnd);
-    std::wstring text(static_cast<size_t>(length) + 1, L'\0');
-    text.resize(static_cast<size_t>(GetWindowTextW(hwnd, &text[0], length + 1)));
+    std::wstring text(size_t(GetWindowTextLengthW(hwnd)) + 1, L'\0');
+    text.resize(size_t(GetWindowTextW(hwnd, &text[0], int(text.size()))));
     return text;
-}
-
-std::string EditTest::TextA(HWND hwnd)
-{
-    const int length = GetWindowTextLengthA(hwnd);
-    std::string text(static_cast<size_t>(length) + 1, '\0');
-    text.resize(static_cast<size_t>(GetWindowTextA(hwnd, &text[0], length + 1)));
-    return text;
-}
-
-void EditTest::Type(HWND hwnd, const std::wstring& text)
-{
-    for (wchar_t ch : text)
-        SendMessageW(hwnd, WM_CHAR, static_cast<WPARAM>(ch), 1);
 }
 
 void EditTest::Press(HWND hwnd, int vk, bool shift, bool ctrl)
@@ -117,24 +99,32 @@ void EditTest::Press(HWND hwnd, int vk, bool shift, bool ctrl)
     QzPlatform::Host::SetKeyState(VK_CONTROL, false);
 }
 
-std::pair<DWORD, DWORD> EditTest::Sel(HWND hwnd)
+int EditTest::Pump(bool ansi)
 {
-    DWORD start = 0;
-    DWORD end = 0;
-    SendMessageW(hwnd, EM_GETSEL, reinterpret_cast<WPARAM>(&start), reinterpret_cast<LPARAM>(&end));
-    return {start, end};
+    int count = 0;
+    MSG msg;
+    while (ansi ? PeekMessageA(&msg, nullptr, 0, 0, PM_REMOVE)
+                : PeekMessageW(&msg, nullptr, 0, 0, PM_REMOVE))
+    {
+        ansi ? DispatchMessageA(&msg) : DispatchMessageW(&msg);
+        ++count;
+    }
+    return count;
 }
 
-void EditTest::SetSel(HWND hwnd, int start, int end)
+Range EditTest::Sel(HWND hwnd)
 {
-    SendMessageW(hwnd, EM_SETSEL, static_cast<WPARAM>(start), end);
+    Range sel;
+    Send(hwnd, EM_GETSEL, reinterpret_cast<WPARAM>(&sel.first),
+         reinterpret_cast<LPARAM>(&sel.second));
+    return sel;
 }
 
 std::wstring EditTest::ClipboardText()
 {
-    if (!OpenClipboard(nullptr))
-        return L"<not open>";
     std::wstring text = L"<none>";
+    if (!OpenClipboard(nullptr))
+        return text;
     if (HANDLE block = GetClipboardData(CF_UNICODETEXT))
     {
         text = static_cast<const wchar_t*>(GlobalLock(block));
@@ -146,12 +136,12 @@ std::wstring EditTest::ClipboardText()
 
 void EditTest::SetClipboardW(const std::wstring& text)
 {
-    PutClipboard(CF_UNICODETEXT, BlockOf(text));
+    PutClipboard(CF_UNICODETEXT, text);
 }
 
 void EditTest::SetClipboardA(const std::string& text)
 {
-    PutClipboard(CF_TEXT, BlockOf(text));
+    PutClipboard(CF_TEXT, text);
 }
 
 } // namespace QzTest

@@ -41,12 +41,15 @@ struct Got
 class RecordingDialog : public CQzDialog
 {
 public:
-    explicit RecordingDialog(DWORD nId) : CQzDialog(nId, nullptr) {}
+    RecordingDialog(DWORD nId, std::vector<Got>* pAll) : CQzDialog(nId, nullptr), m_pAll(pAll) {}
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override
     {
         if (message == WM_COMMAND || message == QZ_WM_EDITBUTTONUP || message == WM_KEYUP ||
             message == WM_CHAR || message == WM_VSCROLL)
+        {
             got.push_back({message, wParam, lParam});
+            m_pAll->push_back({message, wParam, lParam});
+        }
         return CQzDialog::WindowProc(message, wParam, lParam);
     }
     // The WM_COMMAND codes for control nId, in order.
@@ -62,6 +65,9 @@ public:
     }
 
     std::vector<Got> got;
+
+private:
+    std::vector<Got>* m_pAll;
 };
 
 // A box that records the characters it is given and its text hooks.
@@ -183,8 +189,22 @@ protected:
         return m_harness.Device().Calls();
     }
 
-    RecordingDialog m_dialog{kDialogId};
-    RecordingDialog m_other{kOtherDialogId};
+    // The focus notices of both dialogs in the order they were sent, as (control id, code).
+    std::vector<std::pair<WORD, WORD>> Notices() const
+    {
+        std::vector<std::pair<WORD, WORD>> notices;
+        for (const Got& g : m_all)
+        {
+            if (g.message == WM_COMMAND &&
+                (HIWORD(g.wParam) == QZ_EN_SETFOCUS || HIWORD(g.wParam) == QZ_EN_KILLFOCUS))
+                notices.emplace_back(LOWORD(g.wParam), HIWORD(g.wParam));
+        }
+        return notices;
+    }
+
+    std::vector<Got> m_all;
+    RecordingDialog m_dialog{kDialogId, &m_all};
+    RecordingDialog m_other{kOtherDialogId, &m_all};
     std::vector<std::unique_ptr<CQzEdit>> m_edits;
 };
 

@@ -1,5 +1,5 @@
-// The edit shell: its hidden windows, binding and focus notices, the filters of its window
-// procedures, mouse and key forwarding, IME, the edit font and the wrappers' window check.
+// The edit shell: binding and focus notices, the filters of its window procedures, mouse and
+// key forwarding, the edit font and the wrappers' window check.
 #include "EditScene.h"
 
 #include "framework/QzGuiHelper.h"
@@ -16,122 +16,52 @@ namespace
 {
 
 using ShellTest = EditScene;
+using Notice = std::pair<WORD, WORD>;
 
-TEST_F(ShellTest, InitMakesTwoHiddenSubclassedEditWindowsAndLeavesTheHostItsKeys)
-{
-    ASSERT_TRUE(Shell()->IsCreated());
-    const HWND hWnds[] = {Single(), Multi()};
-    const LONG_PTR nKinds[] = {ES_AUTOHSCROLL, ES_MULTILINE};
-    const WNDPROC pfnProcs[] = {&CQzEditSingle::SingleLineEditProc,
-                                &CQzEditSingle::MultiLineEditProc};
-    for (int i = 0; i < 2; ++i)
-    {
-        wchar_t szClass[16] = {};
-        GetClassNameW(hWnds[i], szClass, 16);
-        EXPECT_STREQ(L"EDIT", szClass);
-        EXPECT_EQ(WS_CHILD | nKinds[i], GetWindowLongPtrA(hWnds[i], GWL_STYLE));
-        EXPECT_FALSE(IsWindowVisible(hWnds[i]));
-        EXPECT_EQ(m_harness.MainWindow(), GetParent(hWnds[i]));
-        EXPECT_EQ(reinterpret_cast<LONG_PTR>(pfnProcs[i]),
-                  GetWindowLongPtrA(hWnds[i], GWLP_WNDPROC));
-    }
-    EXPECT_NE(Single(), GetFocus());
-    EXPECT_NE(Multi(), GetFocus());
-    // A second manager shares the shell and its windows.
-    IQzGuiMgr* pOther = CreateGuiMgr();
-    pOther->Init(GetModuleHandleA(nullptr), m_harness.MainWindow(), 100, "Test.ini");
-    EXPECT_EQ(2u, Shell()->GetRefCount());
-    EXPECT_EQ(Single(), Shell()->GetSingleLineWnd());
-    pOther->Release();
-    EXPECT_FALSE(Shell()->Create(nullptr, m_harness.MainWindow(), m_pMgr));
-}
-
-TEST(ShellLifetime, TheLastManagerGivesTheWindowsTheirOwnProcedureBack)
-{
-    QzTest::Harness harness;
-    IQzGuiMgr* pMgr = CreateGuiMgr();
-    pMgr->Init(GetModuleHandleA(nullptr), harness.MainWindow(), 100, nullptr);
-    const HWND hSingle = g_pQzEditSingle->GetSingleLineWnd();
-    pMgr->Release();
-    EXPECT_EQ(nullptr, g_pQzEditSingle);
-    ASSERT_TRUE(IsWindow(hSingle));
-    // A plain edit window again: the character is inserted, not dropped for want of a box.
-    SendMessageW(hSingle, WM_CHAR, 'x', 1);
-    wchar_t szText[8] = {};
-    GetWindowTextW(hSingle, szText, 8);
-    EXPECT_STREQ(L"x", szText);
-}
-
-TEST_F(ShellTest, FocusMovingBetweenBoxesTellsTheOldDialogFirst)
+TEST_F(ShellTest, FocusMovingBetweenBoxesTellsTheOldBoxsDialogBeforeTheNewOnes)
 {
     CQzEdit* pName = AddEdit(1, {10, 10, 150, 30});
-    CQzEdit* pNotes = AddEdit(2, {10, 50, 150, 110}, true);
+    AddEdit(2, {10, 50, 150, 110}, true);
     CQzEdit* pOther = AddEdit(3, {10, 10, 150, 30}, false, &m_other);
     m_pMgr->SetKeyFocus(&m_other); // as an extended edit box would have it
 
     m_harness.Click(120, 115);
     EXPECT_EQ(nullptr, m_pMgr->GetKeyFocus());
     EXPECT_EQ(pName, Shell()->GetActiveEdit());
-    EXPECT_EQ(Single(), GetFocus());
     EXPECT_EQ(kDialogId | (1u << 16), m_pMgr->GetFocusId());
 
-    // Single-line to multi-line: one EN_KILLFOCUS, nothing about the new box from the window
-    // that lost the focus.
-    m_harness.Click(120, 160);
+    // Text typed just before the focus moves (no frame in between) is kept.
+    Type(L"ab");
+    m_harness.Click(120, 160); // single-line to multi-line
+    EXPECT_EQ("ab", std::string(pName->GetWindowText()));
     EXPECT_EQ(Multi(), GetFocus());
-    EXPECT_EQ((std::vector<WORD>{QZ_EN_SETFOCUS, QZ_EN_KILLFOCUS}), m_dialog.Codes(1));
-    EXPECT_EQ((std::vector<WORD>{QZ_EN_SETFOCUS}), m_dialog.Codes(2));
-
-    m_dialog.got.clear();
-    pOther->SetFocus();
-    ASSERT_EQ(1u, m_dialog.got.size());
-    EXPECT_EQ(MakeNotifyWParam(QZ_EN_KILLFOCUS, 2), m_dialog.got[0].wParam);
-    EXPECT_EQ(static_cast<LPARAM>(kDialogId | (2u << 16)), m_dialog.got[0].lParam);
-    EXPECT_EQ((std::vector<WORD>{QZ_EN_SETFOCUS}), m_other.Codes(3));
+    m_harness.Click(120, 115); // and back
+    EXPECT_EQ(Single(), GetFocus());
+    pOther->SetFocus(); // to another dialog
     EXPECT_TRUE(pOther->IsFocused());
-    EXPECT_FALSE(pNotes->IsFocused());
-
-    // The focus leaving the shell's windows unbinds the box.
-    SetFocus(m_harness.MainWindow());
-    EXPECT_EQ((std::vector<WORD>{QZ_EN_SETFOCUS, QZ_EN_KILLFOCUS}), m_other.Codes(3));
+    SetFocus(m_harness.MainWindow()); // the focus leaving the shell's windows unbinds
+    EXPECT_EQ((std::vector<Notice>{{1, QZ_EN_SETFOCUS},
+                                   {1, QZ_EN_KILLFOCUS},
+                                   {2, QZ_EN_SETFOCUS},
+                                   {2, QZ_EN_KILLFOCUS},
+                                   {1, QZ_EN_SETFOCUS},
+                                   {1, QZ_EN_KILLFOCUS},
+                                   {3, QZ_EN_SETFOCUS},
+                                   {3, QZ_EN_KILLFOCUS}}),
+              Notices());
+    EXPECT_EQ(static_cast<LPARAM>(kOtherDialogId | (3u << 16)), m_other.got.back().lParam);
     EXPECT_EQ(nullptr, Shell()->GetActiveEdit());
     EXPECT_EQ(0u, m_pMgr->GetFocusId());
-    EXPECT_EQ(nullptr, Shell()->GetActiveEditWnd());
-}
 
-TEST_F(ShellTest, GivingTheKeyboardToTheHostUnbindsTheBoxAndTheHostGetsTheKeys)
-{
-    CQzEdit* pEdit = AddEdit(1, {10, 10, 150, 30});
-    pEdit->SetFocus();
-    Type(L"ab");
-    Shell()->GiveKeyboardToHost();
-    EXPECT_EQ(m_harness.MainWindow(), GetFocus());
-    EXPECT_FALSE(pEdit->IsFocused());
-    EXPECT_EQ("ab", std::string(pEdit->GetWindowText()));
-    EXPECT_EQ((std::vector<WORD>{QZ_EN_SETFOCUS, QZ_EN_UPDATE, QZ_EN_CHANGE, QZ_EN_KILLFOCUS}),
-              m_dialog.Codes(1));
-    std::vector<QzTest::Seen> seen;
-    m_harness.SetMessageHandler(
-        [&seen](UINT message, WPARAM wParam, LPARAM lParam) -> LRESULT
-        {
-            seen.push_back({message, wParam, lParam});
-            return 0;
-        });
-    Type(L"c");
-    EXPECT_EQ(1, QzTest::CountOf(seen, WM_CHAR));
-    Shell()->GiveKeyboardToHost(); // nothing bound: nothing happens
-    EXPECT_EQ(4u, m_dialog.Codes(1).size());
-
-    // A window taking the manager's key focus (an extended edit box) does the same.
-    pEdit->SetFocus();
-    EXPECT_EQ(Single(), GetFocus());
+    // A window taking the manager's key focus takes the keyboard from the bound box too.
+    pName->SetFocus();
     m_pMgr->SetKeyFocus(&m_other);
-    EXPECT_FALSE(pEdit->IsFocused());
+    EXPECT_FALSE(pName->IsFocused());
     EXPECT_EQ(m_harness.MainWindow(), GetFocus());
     EXPECT_EQ(QZ_EN_KILLFOCUS, m_dialog.Codes(1).back());
 }
 
-TEST_F(ShellTest, BindingGivesTheWindowTheBoxsSwitchesAndSize)
+TEST_F(ShellTest, BindingGivesTheWindowTheBoxsSwitchesAndSizeAndALayoutReloadRefitsIt)
 {
     CQzEdit* pPin = AddEdit(1, {10, 10, 90, 30});
     pPin->SetNumberOnly(true);
@@ -144,8 +74,6 @@ TEST_F(ShellTest, BindingGivesTheWindowTheBoxsSwitchesAndSize)
     EXPECT_EQ(WS_CHILD | ES_AUTOHSCROLL | ES_NUMBER | ES_READONLY,
               GetWindowLongPtrA(Single(), GWL_STYLE));
     EXPECT_EQ(6u, Shell()->GetLimitText());
-    pPin->SetLimitText(4);
-    EXPECT_EQ(4u, Shell()->GetLimitText());
     RECT rc = {};
     GetWindowRect(Single(), &rc);
     EXPECT_EQ(80, rc.right - rc.left);
@@ -155,15 +83,18 @@ TEST_F(ShellTest, BindingGivesTheWindowTheBoxsSwitchesAndSize)
     pName->SetFocus();
     EXPECT_EQ(WS_CHILD | ES_AUTOHSCROLL, GetWindowLongPtrA(Single(), GWL_STYLE));
     EXPECT_NE(6u, Shell()->GetLimitText());
-    GetWindowRect(Single(), &rc);
-    EXPECT_EQ(240, rc.right - rc.left);
 
-    // A reloaded layout that resizes the bound box resizes the window.
     m_root.Write("ini/Other.ini", "[0-300]\nx=100\ny=100\nw=400\nh=300\n"
                                   "[300-2]\nx=10\ny=40\nw=120\nh=20\n");
     m_pMgr->LoadLayout("Other.ini");
     GetWindowRect(Single(), &rc);
     EXPECT_EQ(120, rc.right - rc.left);
+    // The reload ends by fitting the window to the bound box even when the box kept its size.
+    MoveWindow(Single(), 0, 0, 5, 5, FALSE);
+    m_pMgr->LoadLayout("Other.ini");
+    GetWindowRect(Single(), &rc);
+    EXPECT_EQ(120, rc.right - rc.left);
+    EXPECT_EQ(kDialogId | (2u << 16), m_pMgr->GetFocusId());
 }
 
 TEST_F(ShellTest, SpacesAndTheUtf8LimitAreFilteredAfterTheBoxSawTheCharacter)
@@ -201,49 +132,47 @@ TEST_F(ShellTest, SpacesAndTheUtf8LimitAreFilteredAfterTheBoxSawTheCharacter)
     EXPECT_EQ((std::vector<UINT>{'a', ' ', 'b', 'k', '\b', 'a', 'b', 'a', 'b'}), pEdit->chars);
 }
 
-TEST_F(ShellTest, CharactersWithoutABoxAreDroppedUnlessTheLibraryPostedThem)
+TEST_F(ShellTest, NumberOnlyRefusesPasteAndOnlyCharactersPostedWithLParam0PassUnbound)
 {
-    SetFocus(Single());
-    Type(L"ab");
-    EXPECT_EQ(L"", WindowText(Single()));
-    PostMessageA(Single(), WM_CHAR, 'z', 0);
-    m_harness.Pump();
-    EXPECT_EQ(L"z", WindowText(Single()));
+    SpyEdit* pPin = AddEdit<SpyEdit>(1, {10, 10, 150, 30});
+    pPin->SetNumberOnly(true);
+    pPin->SetFocus();
+    // Made-up characters (lParam 0): the box posts what it accepts.
+    for (const auto& [ch, text] : {std::pair{'0', L""}, {'x', L""}, {'1', L"1"}, {'0', L"10"}})
+    {
+        pPin->SendMessage(WM_CHAR, ch, 0);
+        m_harness.Pump();
+        EXPECT_EQ(std::wstring(text), WindowText(Single())) << ch;
+    }
+    Type(L"a7");
+    EXPECT_EQ(L"107", WindowText(Single()));
+    SetClipboard(L"99");
+    Chord(VK_CONTROL, 'V', 22);
+    SendMessageW(Single(), WM_PASTE, 0, 0);
+    EXPECT_EQ(L"107", WindowText(Single()));
 
-    // The multi-line window turns a typed character into an OK command to the host window.
-    SetFocus(Multi());
-    std::vector<QzTest::Seen> seen;
-    m_harness.SetMessageHandler(
-        [&seen](UINT message, WPARAM wParam, LPARAM lParam) -> LRESULT
-        {
-            seen.push_back({message, wParam, lParam});
-            return 0;
-        });
-    Type(L"q");
-    EXPECT_EQ(L"", WindowText(Multi()));
-    ASSERT_EQ(1, QzTest::CountOf(seen, WM_COMMAND));
-    EXPECT_EQ(1u, seen.back().wParam);
+    // Without a bound box typed characters are dropped; the library's own go through.
+    SetFocus(m_harness.MainWindow());
+    SetWindowTextW(Single(), L"");
+    SetFocus(Single());
+    Type(L"12");
+    PostMessageA(Single(), WM_CHAR, '5', 0);
+    m_harness.Pump();
+    EXPECT_EQ(L"5", WindowText(Single()));
 }
 
-TEST_F(ShellTest, MouseMessagesGoOnRelativeToTheBoxAndButtonUpIsToldToTheDialog)
+TEST_F(ShellTest, AButtonUpIsToldToTheDialogAsMessage10029RelativeToTheBox)
 {
     AddEdit(1, {10, 10, 150, 30});
-    SetFocus(nullptr);
     m_harness.Click(180, 115); // box at (110, 110)
-    EXPECT_EQ(Single(), GetFocus());
+    ASSERT_EQ(Single(), GetFocus());
     const auto it = std::find_if(m_dialog.got.begin(), m_dialog.got.end(),
-                                 [](const Got& g) { return g.message == QZ_WM_EDITBUTTONUP; });
+                                 [](const Got& g) { return g.message == 10029; });
     ASSERT_NE(m_dialog.got.end(), it);
     EXPECT_EQ(MAKELPARAM(70, 5), it->lParam);
-
     SetWindowTextW(Single(), L"0123456789012345678901234");
     m_harness.Click(110 + 7 * 4 + 1, 115);
     EXPECT_EQ(static_cast<DWORD>(MAKELONG(4, 4)), Shell()->GetSel());
-    // A drag selects.
-    m_harness.LButtonDown(110 + 7 * 1, 115);
-    m_harness.MouseMove(110 + 7 * 6, 115, MK_LBUTTON);
-    m_harness.LButtonUp(110 + 7 * 6, 115);
-    EXPECT_EQ(static_cast<DWORD>(MAKELONG(1, 6)), Shell()->GetSel());
 }
 
 TEST_F(ShellTest, UpAndDownScrollTheDialogAndAreForwardedWithMultiLineEnter)
@@ -266,7 +195,7 @@ TEST_F(ShellTest, UpAndDownScrollTheDialogAndAreForwardedWithMultiLineEnter)
     EXPECT_EQ(expected, got);
 }
 
-TEST_F(ShellTest, CtrlFunctionKeysInTheSingleLineWindowAreTheHelpersDebugKeys)
+TEST_F(ShellTest, CtrlFunctionKeysInTheSingleLineWindowReachTheGuiHelper)
 {
     CQzGuiHelper* pHelper = CQzGuiHelper::Instance();
     pHelper->DebugOn();
@@ -274,62 +203,10 @@ TEST_F(ShellTest, CtrlFunctionKeysInTheSingleLineWindowAreTheHelpersDebugKeys)
     AddEdit(1, {10, 10, 150, 30})->SetFocus();
     Chord(VK_CONTROL, VK_F3);
     EXPECT_NE(bExpanded, pHelper->IsPanelExpanded());
-    SetFocus(Multi());
-    Chord(VK_CONTROL, VK_F3);
-    EXPECT_NE(bExpanded, pHelper->IsPanelExpanded());
-    SetFocus(Single());
     Chord(VK_CONTROL, VK_F2);
     EXPECT_EQ(10, pHelper->GetFlashFrames());
     Chord(VK_CONTROL, VK_F4);
     EXPECT_FALSE(pHelper->IsDebugOn());
-}
-
-TEST_F(ShellTest, ImeIsClosedWhileNothingIsBoundAndDetachedForBoxesWithoutIme)
-{
-    CQzEdit* pChat = AddEdit(1, {10, 10, 150, 30});
-    CQzEdit* pAscii = AddEdit(2, {10, 40, 150, 60});
-    pAscii->SetImeEnable(false);
-    auto isOpen = [](HWND hWnd)
-    {
-        HIMC hImc = ImmGetContext(hWnd);
-        const BOOL bOpen = hImc && ImmGetOpenStatus(hImc);
-        ImmReleaseContext(hWnd, hImc);
-        return bOpen != 0;
-    };
-    ASSERT_TRUE(isOpen(Single()));
-    pChat->SetFocus();
-    SetFocus(m_harness.MainWindow());
-    EXPECT_FALSE(isOpen(Single()));
-    EXPECT_FALSE(isOpen(Multi()));
-    pChat->SetFocus();
-    EXPECT_TRUE(isOpen(Single()));
-
-    pAscii->SetFocus();
-    EXPECT_EQ(nullptr, ImmGetContext(Single()));
-    EXPECT_FALSE(QzPlatform::Host::InjectImeResult(L"\x4E2D"));
-    pChat->SetFocus();
-    ASSERT_NE(nullptr, ImmGetContext(Single()));
-    EXPECT_TRUE(QzPlatform::Host::InjectImeResult(L"\x4E2D"));
-    m_harness.Pump();
-    EXPECT_EQ(L"\x4E2D", WindowText(Single()));
-}
-
-TEST_F(ShellTest, TheCompositionWindowFollowsTheCaret)
-{
-    AddEdit(1, {10, 10, 250, 30})->SetFocus();
-    Type(L"abcd");
-    Shell()->UpdateCompositionWindow();
-    HIMC hImc = ImmGetContext(Single());
-    COMPOSITIONFORM form = {};
-    ImmGetCompositionWindow(hImc, &form);
-    ImmReleaseContext(Single(), hImc);
-    // Box at screen (110, 110)-(350, 130); default cell 6 x 12; width at size 12 is 6.
-    EXPECT_EQ(static_cast<DWORD>(CFS_RECT), form.dwStyle);
-    EXPECT_EQ(110 + 4 * 6, form.ptCurrentPos.x);
-    EXPECT_EQ(110, form.ptCurrentPos.y);
-    EXPECT_EQ(110 + 4 * 6, form.rcArea.left);
-    EXPECT_EQ(110 + 4 * 6 + 300, form.rcArea.right);
-    EXPECT_EQ(130 + 100, form.rcArea.bottom);
 }
 
 struct FontCase
@@ -350,23 +227,18 @@ TEST_P(EditFontTest, TheFaceComesFromFontIniAndEnglishIsAlwaysMonaco)
         m_root.Write("ini/font.ini", c.fontIni);
     else
         std::filesystem::remove(m_root.Path() / "ini/font.ini");
-    m_harness.Log().Clear();
     QzPlatform::GetGameData().SetLanguageName(c.language);
     QzPlatform::FontDescription font;
     ASSERT_TRUE(QzPlatform::GetFontDescription(Shell()->GetEditFont(), &font));
     QzPlatform::GetGameData().Reset();
     EXPECT_EQ(c.face, font.faceName);
     EXPECT_EQ(14, font.height);
-    EXPECT_EQ(static_cast<DWORD>(GB2312_CHARSET), font.charSet);
-    EXPECT_EQ(c.fontIni ? 0 : 1, m_harness.Log().Count("open file failed"));
 }
 
 INSTANTIATE_TEST_SUITE_P(Faces, EditFontTest,
                          ::testing::Values(FontCase{"SimSun 16\n", "Chinese", "SimSun"},
-                                           FontCase{"\n", "Chinese", "NULL"},
                                            FontCase{nullptr, "Chinese", "NULL"},
-                                           FontCase{"SimSun 16\n", "English", "Monaco"},
-                                           FontCase{nullptr, "English", "Monaco"}));
+                                           FontCase{"SimSun 16\n", "English", "Monaco"}));
 
 TEST_F(ShellTest, EveryWrapperReportsAMissingWindowAndGoesOn)
 {
@@ -393,7 +265,6 @@ TEST_F(ShellTest, EveryWrapperReportsAMissingWindowAndGoesOn)
     for (const QzTest::AssertReport& report : m_harness.Log().Asserts())
     {
         EXPECT_EQ("::IsWindow(m_hEditWnd)", report.expression);
-        EXPECT_EQ("QzEditSingle", report.source);
         lines.insert(report.line);
     }
     EXPECT_EQ(32u, m_harness.Log().Asserts().size());

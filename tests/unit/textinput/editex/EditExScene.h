@@ -25,8 +25,6 @@ namespace EditExTest
 using namespace QzGui;
 
 constexpr DWORD kDialogId = 300;
-constexpr int kCellW = 6;
-constexpr int kLineH = 16;
 
 // "中" and "文" in code page 936.
 inline const std::string kZhong = "\xD6\xD0";
@@ -74,26 +72,16 @@ protected:
             m_dialog.CreateCtrl(pBox, TRUE);
         return pBox;
     }
-    // A single-line box at (110, 110), 60 x 20 (ten columns), focused by a click.
-    CQzEditEx* OpenSingle()
-    {
-        CQzEditEx* pBox = AddBox(1, {10, 10, 70, 30}, false);
-        Open();
-        m_harness.Click(112, 115);
-        return pBox;
-    }
-    // A multi-line box at (110, 110), 60 x 48 (ten columns, three lines), focused by a click.
-    CQzEditEx* OpenMulti()
-    {
-        CQzEditEx* pBox = AddBox(2, {10, 10, 70, 58}, true);
-        Open();
-        m_harness.Click(112, 115);
-        return pBox;
-    }
-    void Open()
+    // A box at (110, 110) ten columns wide, focused by a click: single-line 60 x 20 (id 1), or
+    // multi-line 60 x 48, three lines (id 2).
+    CQzEditEx* OpenSingle() { return Open(AddBox(1, {10, 10, 70, 30}, false)); }
+    CQzEditEx* OpenMulti() { return Open(AddBox(2, {10, 10, 70, 58}, true)); }
+    CQzEditEx* Open(CQzEditEx* pBox)
     {
         m_pMgr->AddDialog(&m_dialog, nullptr, false);
         m_dialog.ShowWindow(SW_SHOW);
+        m_harness.Click(112, 115);
+        return pBox;
     }
 
     // Bytes of the code page typed as the host's window gets them, one WM_CHAR a byte.
@@ -109,11 +97,6 @@ protected:
         input();
         m_harness.KeyUp(vkHeld);
     }
-    void CtrlChar(wchar_t ch)
-    {
-        WithKey(VK_CONTROL, [&] { m_harness.Char(ch); });
-    }
-
     static std::string TextOf(CQzEditEx* pBox) { return pBox->GetWindowText(); }
     static std::pair<int, int> SelOf(CQzEditEx* pBox)
     {
@@ -133,36 +116,11 @@ protected:
         ::SetClipboardData(CF_TEXT, hData);
         ::CloseClipboard();
     }
-    static std::string ReadClipboard()
-    {
-        if (!::OpenClipboard(nullptr))
-            return "<closed>";
-        HANDLE hData = ::GetClipboardData(CF_TEXT);
-        const char* pszText = hData ? static_cast<const char*>(::GlobalLock(hData)) : nullptr;
-        std::string text = pszText ? pszText : "<none>";
-        if (pszText)
-            ::GlobalUnlock(hData);
-        ::CloseClipboard();
-        return text;
-    }
-
     // One frame on a cleared device.
     void DrawFrame()
     {
         m_harness.Device().Clear();
         Frame();
-    }
-    // The filled blocks of the last frame in one colour, as "x1,y1-x2,y2".
-    std::vector<std::string> Blocks(DWORD dwColor)
-    {
-        std::vector<std::string> blocks;
-        for (const QzTest::DrawCall& call : Calls(QzTest::DrawKind::Fill))
-        {
-            if (call.colour == dwColor)
-                blocks.push_back(std::to_string(call.x1) + "," + std::to_string(call.y1) + "-" +
-                                 std::to_string(call.x2) + "," + std::to_string(call.y2));
-        }
-        return blocks;
     }
     // The texts of the last frame, as "x,y:text".
     std::vector<std::string> Texts()

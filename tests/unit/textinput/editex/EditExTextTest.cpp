@@ -29,7 +29,6 @@ TEST(EditExText, StepsCoverWholeUnits)
         {"a\xD6\xD0", 0, 3, 2},
         {"\xD6\xD0", 0, 2, 2},
         {"x#12|34", 0, 7, 6},
-        {"#12|34", 0, 6, 6},
         {"#05", 0, 3, 3},
         {"ab#05", 0, 5, 3},
         {"abc#05", 0, 6, 1}, // a short code counts only from bytes 0 to 2
@@ -37,7 +36,6 @@ TEST(EditExText, StepsCoverWholeUnits)
         {"#", 0, 1, 1},
         {"#99|9", 0, 5, 1},
         {"a\xD6", 0, 2, 1}, // a lone first byte is one byte
-        {"a", 0, 0, 0},
         {"", 0, 0, 0},
         // Forward from p (the caret).
         {"ab", 1, -1, 1},
@@ -47,7 +45,6 @@ TEST(EditExText, StepsCoverWholeUnits)
          "a",
          1, -1, 2},
         {"#12|34a", 1, -1, 6},
-        {"#12|34", 1, -1, 6},
         {"a#05", 1, 0, 3},
         {"#05abcdef", 1, -1, 1}, // a short code counts only where a long one cannot fit
         {"a\r\nb", 1, -1, 3},    // a CR LF right after the unit joins it
@@ -61,19 +58,6 @@ TEST(EditExText, StepsCoverWholeUnits)
         EXPECT_EQ(c.expected, CQzEditExText(text, 10, true).GetStepLength(c.direction, c.p))
             << '"' << c.text << "\" direction " << c.direction << " p " << c.p;
     }
-}
-
-TEST(EditExText, AnIndexInsideACharacterOrALineBreakSnapsToItsStart)
-{
-    const std::string text = "a\xD6\xD0"
-                             "b\r\nc";
-    const CQzEditExText units(text, 0, false);
-    // After the character the forward step takes "b" with the CR LF that follows it, and the
-    // step back gives only the CR LF: the caret lands after "b".
-    const std::pair<int, int> cases[] = {{-1, -1}, {0, 0}, {1, 0}, {2, 3},  {3, 3},
-                                         {4, 3},   {5, 5}, {6, 6}, {20, 20}};
-    for (const auto& [nIndex, nSnapped] : cases)
-        EXPECT_EQ(nSnapped, units.SnapToUnit(nIndex)) << nIndex;
 }
 
 struct LayoutCase
@@ -103,29 +87,6 @@ TEST(EditExText, TheWalkBreaksBeforeAUnitThatDoesNotFitAndAfterLineFeeds)
             starts.push_back(lines.GetLineStart(nLine));
         EXPECT_EQ(c.starts, starts) << '"' << c.text << "\" in " << c.columns;
     }
-}
-
-TEST(EditExText, LinesAnswerForIndexesAndPlaces)
-{
-    const std::string text = "ab\r\ncd";
-    const CQzEditExText lines(text, 10, true);
-    EXPECT_EQ(1, lines.GetLineOfChar(1));
-    EXPECT_EQ(2, lines.GetLineOfChar(3)); // the caret after the LF is on the next line
-    EXPECT_EQ(1, lines.GetLineOfChar(-1));
-    EXPECT_EQ(1, lines.GetLineOfChar(6));
-    EXPECT_EQ(2, lines.GetLineLength(1)); // without the CR LF
-    EXPECT_EQ(2, lines.GetLineLength(2));
-    EXPECT_EQ(6, lines.GetLineStart(3));
-    EXPECT_EQ(0, lines.GetLineLength(3));
-    EXPECT_EQ(2, lines.PlaceAfter(2).nColumn);
-    EXPECT_EQ(0, lines.PlaceAfter(4).nColumn);
-    EXPECT_EQ(2, lines.PlaceAfter(4).nLine);
-    EXPECT_EQ(2, lines.PlaceAfter(99).nColumn);
-
-    // Without wrapping everything is one line.
-    const CQzEditExText single(text, 1, false);
-    EXPECT_EQ(1, single.GetLineCount());
-    EXPECT_EQ(1, single.GetLineOfChar(5));
 }
 
 } // namespace

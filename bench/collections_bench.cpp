@@ -15,8 +15,8 @@
 #include "layout/QzGuiWndInfo.h"
 #include "platform/render/IRenderDevice.h"
 #include "platform/render/MyBitmap.h"
-#include "platform/system/host/QzHost.h"
 #include "platform/system/QzSystem.h"
+#include "platform/system/host/QzHost.h"
 
 #include <benchmark/benchmark.h>
 

@@ -7,8 +7,8 @@
 #include "layout/QzCursorMgr.h"
 #include "layout/QzCursorReader.h"
 #include "layout/QzGuiInfoMgr.h"
-#include "platform/system/host/QzHost.h"
 #include "platform/system/QzSystem.h"
+#include "platform/system/host/QzHost.h"
 
 namespace
 {

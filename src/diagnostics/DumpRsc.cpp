@@ -8,8 +8,8 @@
 #include <cstdarg>
 #include <cstdio>
 
-using QzGui::CQzPeResourceReader;
 using QzGui::CQzByteCursor;
+using QzGui::CQzPeResourceReader;
 
 namespace
 {

@@ -9,8 +9,8 @@
 #include "layout/QzLayoutReader.h"
 #include "layout/QzRegionReader.h"
 #include "platform/render/AniFile.h"
-#include "platform/system/kernel/QzPathResolve.h"
 #include "platform/system/QzSystem.h"
+#include "platform/system/kernel/QzPathResolve.h"
 
 #include <algorithm>
 #include <cstdio>

@@ -1,7 +1,7 @@
 #include "platform/services/QzText.h"
 
-#include "platform/system/text/QzCodePage.h"
 #include "platform/system/QzSystem.h"
+#include "platform/system/text/QzCodePage.h"
 
 #include <algorithm>
 #include <climits>

@@ -3,8 +3,8 @@
 #include "TraceCapture.h"
 
 #include "diagnostics/DumpRsc.h"
-#include "platform/system/text/QzCodePageHost.h"
 #include "platform/system/QzSystem.h"
+#include "platform/system/text/QzCodePageHost.h"
 #include "support/DialogFixtures.h"
 
 #include <gtest/gtest.h>

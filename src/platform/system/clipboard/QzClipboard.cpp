@@ -1,9 +1,9 @@
 #include "platform/system/clipboard/QzClipboard.h"
 
-#include "platform/system/text/QzCodePage.h"
-#include "platform/system/kernel/QzGlobalHeap.h"
 #include "platform/system/QzWinKernel.h"
 #include "platform/system/QzWinUser.h"
+#include "platform/system/kernel/QzGlobalHeap.h"
+#include "platform/system/text/QzCodePage.h"
 
 #include <cstring>
 #include <string>

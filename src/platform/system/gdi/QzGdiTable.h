@@ -3,9 +3,9 @@
 // invalid after a new object takes its slot, and a font handle never names a region.
 #pragma once
 
+#include "platform/system/gdi/QzRegion.h"
 #include "platform/system/kernel/HandleTable.h"
 #include "platform/system/kernel/QzKernelHost.h"
-#include "platform/system/gdi/QzRegion.h"
 
 namespace QzPlatform
 {

@@ -2,8 +2,8 @@
 // in progress and of the last result, which the host's input method fills (QzHost.h).
 #pragma once
 
-#include "platform/system/kernel/HandleTable.h"
 #include "platform/system/QzWinTypes.h"
+#include "platform/system/kernel/HandleTable.h"
 
 #include <string>
 

@@ -1,9 +1,9 @@
 // Input contexts of the input method manager.
-#include "platform/system/window/CharMessageCodec.h"
 #include "platform/system/HostedSystem.h"
-#include "platform/system/text/QzCodePage.h"
 #include "platform/system/QzWinKernel.h"
 #include "platform/system/QzWinUser.h"
+#include "platform/system/text/QzCodePage.h"
+#include "platform/system/window/CharMessageCodec.h"
 
 #include <algorithm>
 #include <cstring>

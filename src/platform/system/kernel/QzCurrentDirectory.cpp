@@ -1,8 +1,8 @@
 // Current directory and module file names with the Win32 return-value rules.
-#include "platform/system/text/QzCodePage.h"
+#include "platform/system/QzWinKernel.h"
 #include "platform/system/kernel/QzModuleTable.h"
 #include "platform/system/kernel/QzPathResolve.h"
-#include "platform/system/QzWinKernel.h"
+#include "platform/system/text/QzCodePage.h"
 
 #include <cerrno>
 #include <climits>

@@ -1,7 +1,7 @@
 #include "platform/system/kernel/QzFileTable.h"
 
-#include "platform/system/kernel/QzPathResolve.h"
 #include "platform/system/QzWinKernel.h"
+#include "platform/system/kernel/QzPathResolve.h"
 
 #include <cerrno>
 #include <fcntl.h>

@@ -5,8 +5,8 @@
 // and reading past a view's end is a heap overrun that the address sanitizer reports.
 #pragma once
 
-#include "platform/system/kernel/HandleTable.h"
 #include "platform/system/QzWinTypes.h"
+#include "platform/system/kernel/HandleTable.h"
 
 #include <cstdint>
 #include <map>

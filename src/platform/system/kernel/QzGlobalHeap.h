@@ -5,8 +5,8 @@
 // when a new block takes its slot, and its block is reached through GlobalLock.
 #pragma once
 
-#include "platform/system/kernel/HandleTable.h"
 #include "platform/system/QzWinTypes.h"
+#include "platform/system/kernel/HandleTable.h"
 
 #include <memory>
 #include <unordered_map>

@@ -1,12 +1,12 @@
+#include "platform/system/QzWinKernel.h"
 #include "platform/system/clipboard/QzClipboard.h"
-#include "platform/system/text/QzCodePageHost.h"
-#include "platform/system/kernel/QzFileTable.h"
 #include "platform/system/gdi/QzGdiTable.h"
+#include "platform/system/kernel/QzFileTable.h"
 #include "platform/system/kernel/QzGlobalHeap.h"
 #include "platform/system/kernel/QzKernelHost.h"
 #include "platform/system/kernel/QzModuleTable.h"
 #include "platform/system/kernel/QzProfileCache.h"
-#include "platform/system/QzWinKernel.h"
+#include "platform/system/text/QzCodePageHost.h"
 
 namespace QzPlatform
 {

@@ -1,7 +1,7 @@
 #include "platform/system/kernel/QzModuleTable.h"
 
-#include "platform/system/kernel/QzPathResolve.h"
 #include "platform/system/QzWinKernel.h"
+#include "platform/system/kernel/QzPathResolve.h"
 
 #include <climits>
 #include <cstdlib>

@@ -4,8 +4,8 @@
 // invalid after another module takes its slot.
 #pragma once
 
-#include "platform/system/kernel/HandleTable.h"
 #include "platform/system/QzWinTypes.h"
+#include "platform/system/kernel/HandleTable.h"
 
 #include <string>
 

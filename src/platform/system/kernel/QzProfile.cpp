@@ -1,10 +1,10 @@
 // The profile functions. The narrow functions are the core: they read the file's bytes as
 // they are. The wide ones convert names and values through the ANSI code page (file names to
 // UTF-8) and format the same answer in wide characters.
-#include "platform/system/text/QzCodePage.h"
+#include "platform/system/QzWinKernel.h"
 #include "platform/system/kernel/QzPathResolve.h"
 #include "platform/system/kernel/QzProfileCache.h"
-#include "platform/system/QzWinKernel.h"
+#include "platform/system/text/QzCodePage.h"
 
 #include <cstdint>
 #include <cstring>

@@ -1,8 +1,8 @@
 #include "platform/system/text/QzCodePage.h"
 
+#include "platform/system/QzWinKernel.h"
 #include "platform/system/text/QzCodePageHost.h"
 #include "platform/system/text/QzTextCodecs.h"
-#include "platform/system/QzWinKernel.h"
 
 #include <climits>
 #include <cstring>

@@ -1,7 +1,7 @@
 #include "platform/system/window/CharMessageCodec.h"
 
-#include "platform/system/text/QzCodePage.h"
 #include "platform/system/QzWinKernel.h"
+#include "platform/system/text/QzCodePage.h"
 
 namespace QzPlatform
 {

@@ -2,8 +2,8 @@
 // and cursors loaded from files, with the current cursor.
 #pragma once
 
-#include "platform/system/kernel/HandleTable.h"
 #include "platform/system/QzWinTypes.h"
+#include "platform/system/kernel/HandleTable.h"
 
 #include <map>
 #include <string>

@@ -1,8 +1,8 @@
 // Cursors and the cursor position.
 #include "platform/system/HostedSystem.h"
-#include "platform/system/kernel/QzPathResolve.h"
 #include "platform/system/QzWinKernel.h"
 #include "platform/system/QzWinUser.h"
+#include "platform/system/kernel/QzPathResolve.h"
 
 #include <filesystem>
 #include <system_error>

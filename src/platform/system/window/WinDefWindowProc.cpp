@@ -1,9 +1,9 @@
 // The default window procedure: window text, WM_CLOSE, and the input method's result turned
 // into characters (WM_IME_COMPOSITION -> WM_IME_CHAR sent -> WM_CHAR posted).
-#include "platform/system/window/CharMessageCodec.h"
 #include "platform/system/HostedSystem.h"
-#include "platform/system/text/QzCodePage.h"
 #include "platform/system/QzWinUser.h"
+#include "platform/system/text/QzCodePage.h"
+#include "platform/system/window/CharMessageCodec.h"
 
 #include <algorithm>
 #include <cstring>

@@ -1,8 +1,8 @@
 // Window classes, creation and destruction, and the window tree.
 #include "platform/system/HostedSystem.h"
-#include "platform/system/text/QzCodePage.h"
 #include "platform/system/QzWinKernel.h"
 #include "platform/system/QzWinUser.h"
+#include "platform/system/text/QzCodePage.h"
 
 #include <algorithm>
 #include <cstring>

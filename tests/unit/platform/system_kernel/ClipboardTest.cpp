@@ -1,9 +1,9 @@
 // Global memory handles and the clipboard: ownership, the open rule and text synthesis.
-#include "platform/system/text/QzCodePageHost.h"
-#include "platform/system/host/QzHost.h"
-#include "platform/system/kernel/QzKernelHost.h"
 #include "platform/system/QzWinKernel.h"
 #include "platform/system/QzWinUser.h"
+#include "platform/system/host/QzHost.h"
+#include "platform/system/kernel/QzKernelHost.h"
+#include "platform/system/text/QzCodePageHost.h"
 
 #include "SlotReuse.h"
 

@@ -1,9 +1,9 @@
 // Code-page conversion with the Win32 rules: sizes, buffers, invalid input, lead bytes.
 #include "KernelFolderTest.h"
 
+#include "platform/system/QzWinKernel.h"
 #include "platform/system/text/QzCodePage.h"
 #include "platform/system/text/QzCodePageHost.h"
-#include "platform/system/QzWinKernel.h"
 
 #include <string>
 

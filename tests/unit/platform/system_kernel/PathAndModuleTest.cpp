@@ -1,8 +1,8 @@
 // Windows-style names on POSIX, the current directory and module file names.
 #include "KernelFolderTest.h"
 
-#include "platform/system/kernel/QzPathResolve.h"
 #include "platform/system/QzWinKernel.h"
+#include "platform/system/kernel/QzPathResolve.h"
 
 #include "SlotReuse.h"
 

@@ -1,8 +1,8 @@
 // Reading profile files: lists and their truncation, values, defaults, names, integers.
 #include "KernelFolderTest.h"
 
-#include "platform/system/text/QzCodePageHost.h"
 #include "platform/system/QzWinKernel.h"
+#include "platform/system/text/QzCodePageHost.h"
 
 #include <string>
 

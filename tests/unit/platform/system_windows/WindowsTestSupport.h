@@ -3,8 +3,8 @@
 // everything on to DefWindowProc, and a fixture that resets the system around each test.
 #pragma once
 
-#include "platform/system/host/QzHost.h"
 #include "platform/system/QzSystem.h"
+#include "platform/system/host/QzHost.h"
 
 #include <gtest/gtest.h>
 

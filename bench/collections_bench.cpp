@@ -4,6 +4,8 @@
 // reports both times and their ratio ("ratio" 1.0 = a frame costs the same whatever the
 // number of items). The list and the tree are scrolled to the middle, every tree item expanded.
 // AddRows measures appending 100,000 rows to an empty list as a chat history grows.
+#include "BenchSupport.h"
+
 #include "controls/QzGrid.h"
 #include "controls/QzList.h"
 #include "controls/QzScrollButton.h"
@@ -20,21 +22,15 @@
 
 #include <benchmark/benchmark.h>
 
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <memory>
-#include <stdexcept>
 #include <string>
-#include <time.h>
 
 namespace
 {
 
+using namespace QzBench;
 using namespace QzGui;
 
-constexpr int kScreenWidth = 1024;
-constexpr int kScreenHeight = 768;
 constexpr DWORD kDialogId = 1;
 constexpr DWORD kCtrlId = 10;
 constexpr int kSmall = 100;
@@ -44,43 +40,12 @@ constexpr int kTop = 100;
 constexpr int kWidth = 300;
 constexpr int kHeight = 600;
 
-// A temporary data root holding the sections the controls draw, the current directory while
-// it lives.
-class BenchDataRoot
-{
-public:
-    BenchDataRoot() : m_previous(std::filesystem::current_path())
-    {
-        std::string pattern =
-            (std::filesystem::temp_directory_path() / "qzgui-bench-XXXXXX").string();
-        if (!mkdtemp(&pattern[0]))
-            throw std::runtime_error("no temporary folder");
-        m_path = pattern;
-        std::filesystem::create_directories(m_path / "ani");
-        std::filesystem::create_directories(m_path / "ini");
-        std::ofstream(m_path / "ani" / "Control.ani")
-            << "[Back]\nFrameAmount=1\nFrame0=ui/back.png\n"
-               "[Hover]\nFrameAmount=1\nFrame0=ui/hover.png\n"
-               "[News_TreeControl]\nFrameAmount=4\nFrame0=ui/m0.png\nFrame1=ui/m1.png\n"
-               "Frame2=ui/m2.png\nFrame3=ui/m3.png\n"
-               "[Item]\nFrameAmount=1\nFrame0=ui/item.png\n";
-        std::ofstream(m_path / "ini" / "Gui3DEffect.ini") << "";
-        std::ofstream(m_path / "ini" / "Bench.ini") << "";
-        std::filesystem::current_path(m_path);
-    }
-    ~BenchDataRoot()
-    {
-        std::error_code ignored;
-        std::filesystem::current_path(m_previous, ignored);
-        std::filesystem::remove_all(m_path, ignored);
-    }
-    BenchDataRoot(const BenchDataRoot&) = delete;
-    BenchDataRoot& operator=(const BenchDataRoot&) = delete;
-
-private:
-    std::filesystem::path m_previous;
-    std::filesystem::path m_path;
-};
+// The sections the controls draw.
+const char* const kAniText = "[Back]\nFrameAmount=1\nFrame0=ui/back.png\n"
+                             "[Hover]\nFrameAmount=1\nFrame0=ui/hover.png\n"
+                             "[News_TreeControl]\nFrameAmount=4\nFrame0=ui/m0.png\n"
+                             "Frame1=ui/m1.png\nFrame2=ui/m2.png\nFrame3=ui/m3.png\n"
+                             "[Item]\nFrameAmount=1\nFrame0=ui/item.png\n";
 
 CQzGuiWndInfo* MakeRecord(DWORD parent, DWORD ctrl, RECT rc, int nType)
 {
@@ -96,16 +61,6 @@ CQzGuiWndInfo* MakeRecord(DWORD parent, DWORD ctrl, RECT rc, int nType)
     pRecord->AddFlags(WNDINFO_FLAG_ANISECTION);
     pRecord->AddExtra("ItemHeight", "18");
     return pRecord;
-}
-
-HWND CreateHostWindow()
-{
-    WNDCLASSW wc = {};
-    wc.lpfnWndProc = DefWindowProcW;
-    wc.lpszClassName = L"QzBenchHost";
-    RegisterClassW(&wc);
-    return CreateWindowExW(0, L"QzBenchHost", L"bench", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0,
-                           kScreenWidth, kScreenHeight, nullptr, nullptr, nullptr, nullptr);
 }
 
 // A bag whose items are one frame of a section.
@@ -241,21 +196,15 @@ struct GridScene
     std::unique_ptr<BenchScreen> screen;
 };
 
-double ThreadCpuNs()
-{
-    timespec now = {};
-    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
-    return static_cast<double>(now.tv_sec) * 1e9 + static_cast<double>(now.tv_nsec);
-}
-
-// Frames of the big scene and of the 100-item one, alternately; the clock moves 16 ms a frame.
-template <typename Scene> void BigAgainstSmall(benchmark::State& state, int nBig, int nSmall)
+// Frames of the big scene and of the small one, alternately; the clock moves 16 ms a frame.
+template <typename Big, typename Small>
+void BigAgainstSmall(benchmark::State& state, int nBig, int nSmall)
 {
     QzPlatform::SetRenderDevice(nullptr);
     QzPlatform::Host::SetTime(100000);
-    BenchDataRoot root;
-    Scene big(nBig);
-    Scene small(nSmall);
+    BenchDataRoot root(kAniText);
+    Big big(nBig);
+    Small small(nSmall);
     double bigNs = 0;
     double smallNs = 0;
     int frame = 0;
@@ -278,42 +227,21 @@ template <typename Scene> void BigAgainstSmall(benchmark::State& state, int nBig
 
 void ListFrame(benchmark::State& state)
 {
-    BigAgainstSmall<ListScene>(state, static_cast<int>(state.range(0)), kSmall);
+    BigAgainstSmall<ListScene, ListScene>(state, static_cast<int>(state.range(0)), kSmall);
 }
 BENCHMARK(ListFrame)->Arg(100000)->Unit(benchmark::kMicrosecond);
 
 void TreeFrame(benchmark::State& state)
 {
-    BigAgainstSmall<TreeScene>(state, static_cast<int>(state.range(0)), kSmall);
+    BigAgainstSmall<TreeScene, TreeScene>(state, static_cast<int>(state.range(0)), kSmall);
 }
 BENCHMARK(TreeFrame)->Arg(100000)->Unit(benchmark::kMicrosecond);
 
-// A full bag of 128 cells against a 100-row list, the control the issue compares it with.
+// A full bag of 128 cells (big) against a 100-row list (small), the smallest list a bag is
+// measured by.
 void FullBagFrame(benchmark::State& state)
 {
-    QzPlatform::SetRenderDevice(nullptr);
-    QzPlatform::Host::SetTime(100000);
-    BenchDataRoot root;
-    GridScene bag(GRID_MAX_CELLS);
-    ListScene list(kSmall);
-    double bagNs = 0;
-    double listNs = 0;
-    int frame = 0;
-    for (auto _ : state)
-    {
-        double start = ThreadCpuNs();
-        bag.screen->Frame(frame);
-        bagNs += ThreadCpuNs() - start;
-        start = ThreadCpuNs();
-        list.screen->Frame(frame);
-        listNs += ThreadCpuNs() - start;
-        QzPlatform::Host::AdvanceTime(16);
-        ++frame;
-    }
-    const double frames = static_cast<double>(state.iterations());
-    state.counters["bag_ns"] = bagNs / frames;
-    state.counters["list100_ns"] = listNs / frames;
-    state.counters["ratio"] = listNs > 0 ? bagNs / listNs : 0;
+    BigAgainstSmall<GridScene, ListScene>(state, GRID_MAX_CELLS, kSmall);
 }
 BENCHMARK(FullBagFrame)->Unit(benchmark::kMicrosecond);
 
@@ -321,7 +249,7 @@ BENCHMARK(FullBagFrame)->Unit(benchmark::kMicrosecond);
 void AddRows(benchmark::State& state)
 {
     QzPlatform::SetRenderDevice(nullptr);
-    BenchDataRoot root;
+    BenchDataRoot root(kAniText);
     double addNs = 0;
     for (auto _ : state)
     {

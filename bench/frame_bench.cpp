@@ -4,6 +4,8 @@
 // CPU time of a frame divided by the number of controls. ShowAndMouseMovePerFrame uses the
 // simplest control (its background only); RealControlsPerFrame a mix of the library's controls
 // with captions: buttons, check boxes, sliders, progress bars of the three styles and marquees.
+#include "BenchSupport.h"
+
 #include "controls/QzButton.h"
 #include "controls/QzCheck.h"
 #include "controls/QzProgress.h"
@@ -20,19 +22,15 @@
 
 #include <benchmark/benchmark.h>
 
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <functional>
 #include <memory>
-#include <stdexcept>
 #include <string>
-#include <time.h>
 #include <vector>
 
 namespace
 {
 
+using namespace QzBench;
 using QzGui::CQzBaseWindow;
 using QzGui::CQzDialog;
 using QzGui::CQzGuiMgr;
@@ -41,8 +39,6 @@ using QzGui::CQzGuiWndInfo;
 constexpr int kDialogs = 40;
 constexpr int kCtrlsPerDialog = 50;
 constexpr int kControls = kDialogs * kCtrlsPerDialog;
-constexpr int kScreenWidth = 1024;
-constexpr int kScreenHeight = 768;
 // Dialogs in 8 columns and 5 rows; controls in 5 columns and 10 rows inside each.
 constexpr int kDialogColumns = 8;
 constexpr int kDialogWidth = 128;
@@ -65,39 +61,6 @@ public:
     }
 };
 
-// A temporary data root holding ani/Control.ani, the current directory while it lives.
-class BenchDataRoot
-{
-public:
-    BenchDataRoot() : m_previous(std::filesystem::current_path())
-    {
-        std::string pattern =
-            (std::filesystem::temp_directory_path() / "qzgui-bench-XXXXXX").string();
-        if (!mkdtemp(&pattern[0]))
-            throw std::runtime_error("no temporary folder");
-        m_path = pattern;
-        std::filesystem::create_directories(m_path / "ani");
-        std::filesystem::create_directories(m_path / "ini");
-        std::ofstream(m_path / "ani" / "Control.ani")
-            << "[" << kSection << "]\nFrameAmount=2\nFrame0=ui/back0.png\nFrame1=ui/back1.png\n";
-        std::ofstream(m_path / "ini" / "Gui3DEffect.ini") << "";
-        std::ofstream(m_path / "ini" / "Bench.ini") << "";
-        std::filesystem::current_path(m_path);
-    }
-    ~BenchDataRoot()
-    {
-        std::error_code ignored;
-        std::filesystem::current_path(m_previous, ignored);
-        std::filesystem::remove_all(m_path, ignored);
-    }
-    BenchDataRoot(const BenchDataRoot&) = delete;
-    BenchDataRoot& operator=(const BenchDataRoot&) = delete;
-
-private:
-    std::filesystem::path m_previous;
-    std::filesystem::path m_path;
-};
-
 CQzGuiWndInfo* MakeRecord(int parent, int ctrl, int x, int y, int w, int h)
 {
     auto* pRecord = new CQzGuiWndInfo;
@@ -110,16 +73,6 @@ CQzGuiWndInfo* MakeRecord(int parent, int ctrl, int x, int y, int w, int h)
     pRecord->SetAniSection(kSection);
     pRecord->AddFlags(QzGui::WNDINFO_FLAG_ANISECTION);
     return pRecord;
-}
-
-HWND CreateHostWindow()
-{
-    WNDCLASSW wc = {};
-    wc.lpfnWndProc = DefWindowProcW;
-    wc.lpszClassName = L"QzBenchHost";
-    RegisterClassW(&wc);
-    return CreateWindowExW(0, L"QzBenchHost", L"bench", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0,
-                           kScreenWidth, kScreenHeight, nullptr, nullptr, nullptr, nullptr);
 }
 
 using CtrlFactory = std::function<std::unique_ptr<CQzBaseWindow>(int nIndex)>;
@@ -233,19 +186,13 @@ private:
     std::vector<std::unique_ptr<CQzDialog>> m_dialogs;
 };
 
-double ThreadCpuNs()
-{
-    timespec now = {};
-    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
-    return static_cast<double>(now.tv_sec) * 1e9 + static_cast<double>(now.tv_nsec);
-}
-
 // Frames with the mouse wandering over the screen, so that hover and routing change dialogs
 // and controls; the clock moves 16 ms a frame (tips, marquee steps).
 void RunFrames(benchmark::State& state, const CtrlFactory& makeCtrl)
 {
     QzPlatform::Host::SetTime(100000);
-    BenchDataRoot root;
+    BenchDataRoot root(std::string("[") + kSection +
+                       "]\nFrameAmount=2\nFrame0=ui/back0.png\nFrame1=ui/back1.png\n");
     BenchScreen screen(makeCtrl);
     CQzGuiMgr* pMgr = screen.Mgr();
     int frame = 0;

@@ -4,6 +4,8 @@
 // back every frame. "Frame" benchmarks draw one frame of the manager with the box focused and
 // its caret at the end; "Type" benchmarks send one character (and take it back with
 // Backspace, so the text stays at 1,000 characters) and draw the frame that shows it.
+#include "BenchSupport.h"
+
 #include "framework/QzDialog.h"
 #include "framework/QzGuiMgr.h"
 #include "layout/QzGuiInfoMgr.h"
@@ -17,59 +19,23 @@
 
 #include <benchmark/benchmark.h>
 
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <memory>
-#include <stdexcept>
 #include <string>
 
 namespace
 {
 
+using namespace QzBench;
 using namespace QzGui;
 
-constexpr int kScreenWidth = 1024;
-constexpr int kScreenHeight = 768;
 constexpr DWORD kDialogId = 1;
 constexpr DWORD kEditId = 10;
 constexpr int kTextLength = 1000;
 
-// A temporary data root with the emotion icons' sections, the current directory while it lives.
-class BenchDataRoot
-{
-public:
-    BenchDataRoot() : m_previous(std::filesystem::current_path())
-    {
-        std::string pattern =
-            (std::filesystem::temp_directory_path() / "qzgui-bench-XXXXXX").string();
-        if (!mkdtemp(&pattern[0]))
-            throw std::runtime_error("no temporary folder");
-        m_path = pattern;
-        std::filesystem::create_directories(m_path / "ani");
-        std::filesystem::create_directories(m_path / "ini");
-        std::ofstream(m_path / "ani" / "Control.ani")
-            << "[Back]\nFrameAmount=1\nFrame0=ui/back.png\n"
-               "[Emotion_01]\nFrameAmount=1\nFrame0=ui/e1.png\n"
-               "[Emotion_02_03]\nFrameAmount=1\nFrame0=ui/e2.png\n";
-        std::ofstream(m_path / "ini" / "Gui3DEffect.ini") << "";
-        std::ofstream(m_path / "ini" / "Bench.ini") << "";
-        std::ofstream(m_path / "ini" / "font.ini") << "SimSun 12\n";
-        std::filesystem::current_path(m_path);
-    }
-    ~BenchDataRoot()
-    {
-        std::error_code ignored;
-        std::filesystem::current_path(m_previous, ignored);
-        std::filesystem::remove_all(m_path, ignored);
-    }
-    BenchDataRoot(const BenchDataRoot&) = delete;
-    BenchDataRoot& operator=(const BenchDataRoot&) = delete;
-
-private:
-    std::filesystem::path m_previous;
-    std::filesystem::path m_path;
-};
+// The box's back and the emotion icons' sections.
+const char* const kAniText = "[Back]\nFrameAmount=1\nFrame0=ui/back.png\n"
+                             "[Emotion_01]\nFrameAmount=1\nFrame0=ui/e1.png\n"
+                             "[Emotion_02_03]\nFrameAmount=1\nFrame0=ui/e2.png\n";
 
 CQzGuiWndInfo* MakeRecord(DWORD parent, DWORD ctrl, RECT rc)
 {
@@ -94,13 +60,7 @@ class BenchScreen
 public:
     explicit BenchScreen(CQzCtrl* pEdit)
     {
-        WNDCLASSW wc = {};
-        wc.lpfnWndProc = HostProc;
-        wc.lpszClassName = L"QzTextBenchHost";
-        RegisterClassW(&wc);
-        m_hWnd =
-            CreateWindowExW(0, L"QzTextBenchHost", L"bench", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0,
-                            kScreenWidth, kScreenHeight, nullptr, nullptr, nullptr, nullptr);
+        m_hWnd = CreateHostWindow(HostProc, L"QzTextBenchHost");
         m_pMgr = static_cast<CQzGuiMgr*>(CreateGuiMgr());
         s_pMgr = m_pMgr;
         m_pMgr->SetScreenSize(kScreenWidth, kScreenHeight);
@@ -209,7 +169,7 @@ template <typename Scene> void FocusedFrame(benchmark::State& state)
 {
     QzPlatform::SetRenderDevice(nullptr);
     QzPlatform::Host::SetTime(100000);
-    BenchDataRoot root;
+    BenchDataRoot root(kAniText, {{"ini/font.ini", "SimSun 12\n"}});
     Scene scene;
     for (auto _ : state)
         scene.screen->Frame();
@@ -219,7 +179,7 @@ template <typename Scene> void TypeOneCharacter(benchmark::State& state)
 {
     QzPlatform::SetRenderDevice(nullptr);
     QzPlatform::Host::SetTime(100000);
-    BenchDataRoot root;
+    BenchDataRoot root(kAniText, {{"ini/font.ini", "SimSun 12\n"}});
     Scene scene;
     for (auto _ : state)
     {

@@ -1,7 +1,8 @@
 // Runs the demo's collections script and checks what the user sees: the bag's numbers, locked
 // slot and the mark of a picked item, a ticked quest and a folded chapter taking the tree's
 // scroll bar away, a quest's tip, the chat scrolled by its arrow and the wheel, a chat line's
-// tip, and a new line that blinks red and then stops.
+// tip, a new line that blinks red and then stops, and the chat line: typed text with emotion
+// icons and Chinese from the input method, doubled through the clipboard, then sent and cleared.
 #include "DemoRun.h"
 
 #include <cstdint>
@@ -9,12 +10,7 @@
 namespace
 {
 
-using DemoScenario::CountDiffs;
-
-struct Box
-{
-    int left, top, right, bottom;
-};
+using namespace DemoScenario;
 
 // Where the collections window (at 100, 40) puts its parts, in screen pixels.
 const Box kPotionSlot = {164, 84, 204, 124};
@@ -25,38 +21,13 @@ const Box kQuestSlider = {602, 102, 622, 390};
 const Box kQuestTip = {348, 104, 600, 160};
 const Box kChatTip = {648, 174, 900, 214};
 const Box kLastChatRow = {656, 392, 896, 406};
+const Box kChatLine = {640, 416, 880, 444};
 // The chat rows are 14 pixels high from y 84.
 const int kChatRow = 14;
-
-int Red(uint32_t pixel)
-{
-    return (pixel >> 16) & 0xFF;
-}
-int Green(uint32_t pixel)
-{
-    return (pixel >> 8) & 0xFF;
-}
-int Blue(uint32_t pixel)
-{
-    return pixel & 0xFF;
-}
-
-template <typename Test> int Count(const QzTest::Image& image, const Box& rc, Test test)
-{
-    int count = 0;
-    for (int y = rc.top; y < rc.bottom; ++y)
-        for (int x = rc.left; x < rc.right; ++x)
-            count += test(image.At(x, y)) ? 1 : 0;
-    return count;
-}
 
 bool IsGold(uint32_t pixel)
 {
     return Red(pixel) > 200 && Green(pixel) > 160 && Green(pixel) < 220 && Blue(pixel) < 120;
-}
-bool IsRed(uint32_t pixel)
-{
-    return Red(pixel) > 180 && Green(pixel) < 90 && Blue(pixel) < 90;
 }
 bool IsTickGreen(uint32_t pixel)
 {
@@ -67,28 +38,11 @@ bool IsWhite(uint32_t pixel)
     return Red(pixel) > 220 && Green(pixel) > 220 && Blue(pixel) > 220;
 }
 
-int Diffs(const QzTest::Image& a, const QzTest::Image& b, const Box& rc)
+class DemoCollections : public DemoScenario::DemoScriptTest<DemoCollections>
 {
-    return CountDiffs(a, b, rc.left, rc.top, rc.right, rc.bottom);
-}
-
-class DemoCollections : public ::testing::Test
-{
-protected:
-    static void SetUpTestSuite() { s_run = new DemoScenario::DemoRun("collections.txt"); }
-    static void TearDownTestSuite()
-    {
-        delete s_run;
-        s_run = nullptr;
-    }
-
-    void SetUp() override { ASSERT_EQ(0, s_run->ExitCode()); }
-    static QzTest::Image Shot(const char* name) { return s_run->Shot(name); }
-
-    static DemoScenario::DemoRun* s_run;
+public:
+    static constexpr const char* kScript = "collections.txt";
 };
-
-DemoScenario::DemoRun* DemoCollections::s_run = nullptr;
 
 TEST_F(DemoCollections, TheBagShowsNumbersAndMasksItsLockedSlot)
 {
@@ -141,6 +95,17 @@ TEST_F(DemoCollections, ANewLineBlinksRedForHalfASecond)
 {
     EXPECT_GT(Count(Shot("08-chat-said"), kLastChatRow, IsRed), 20);
     EXPECT_EQ(0, Count(Shot("09-chat-said-later"), kLastChatRow, IsRed));
+}
+
+TEST_F(DemoCollections, TheChatLineTakesIconsAndChineseIsDoubledByTheClipboardThenSent)
+{
+    const int typed = TextRight(Shot("10-chat-typed"), kChatLine);
+    const int pasted = TextRight(Shot("11-chat-pasted"), kChatLine);
+    EXPECT_GT(typed, 60);
+    EXPECT_GT(pasted, typed + 50);
+    const QzTest::Image sent = Shot("12-chat-sent");
+    EXPECT_EQ(0, TextRight(sent, kChatLine));
+    EXPECT_GT(Count(sent, kLastChatRow, IsRed), 20);
 }
 
 } // namespace

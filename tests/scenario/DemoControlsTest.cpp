@@ -9,12 +9,7 @@
 namespace
 {
 
-using DemoScenario::CountDiffs;
-
-struct Box
-{
-    int left, top, right, bottom;
-};
+using namespace DemoScenario;
 
 // Where the controls window (at 20, 480) puts its parts, in screen pixels.
 const int kBarLeft = 36;
@@ -26,19 +21,6 @@ const int kVBarLowY = 640;
 const Box kMarquee = {36, 680, 436, 700};
 const Box kResetButton = {36, 520, 132, 548};
 const Box kPanel = {700, 500, 980, 660};
-
-int Red(uint32_t pixel)
-{
-    return (pixel >> 16) & 0xFF;
-}
-int Green(uint32_t pixel)
-{
-    return (pixel >> 8) & 0xFF;
-}
-int Blue(uint32_t pixel)
-{
-    return pixel & 0xFF;
-}
 
 // Pixels of the horizontal bar's green fill along its middle row: two per unit of volume.
 int FillLength(const QzTest::Image& image, int row)
@@ -80,28 +62,11 @@ int YellowPixels(const QzTest::Image& image, const Box& rc)
     return count;
 }
 
-int Diffs(const QzTest::Image& a, const QzTest::Image& b, const Box& rc)
+class DemoControls : public DemoScenario::DemoScriptTest<DemoControls>
 {
-    return CountDiffs(a, b, rc.left, rc.top, rc.right, rc.bottom);
-}
-
-class DemoControls : public ::testing::Test
-{
-protected:
-    static void SetUpTestSuite() { s_run = new DemoScenario::DemoRun("controls.txt"); }
-    static void TearDownTestSuite()
-    {
-        delete s_run;
-        s_run = nullptr;
-    }
-
-    void SetUp() override { ASSERT_EQ(0, s_run->ExitCode()); }
-    static QzTest::Image Shot(const char* name) { return s_run->Shot(name); }
-
-    static DemoScenario::DemoRun* s_run;
+public:
+    static constexpr const char* kScript = "controls.txt";
 };
-
-DemoScenario::DemoRun* DemoControls::s_run = nullptr;
 
 } // namespace
 

@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <cstdlib>
 #include <filesystem>
 #include <string>
@@ -64,5 +65,76 @@ inline int CountDiffs(const QzTest::Image& a, const QzTest::Image& b, int left, 
             diffs += a.At(x, y) != b.At(x + dx, y + dy) ? 1 : 0;
     return diffs;
 }
+
+// A rectangle of the screenshots, in screen pixels (right and bottom excluded).
+struct Box
+{
+    int left, top, right, bottom;
+};
+
+inline int Red(uint32_t pixel)
+{
+    return (pixel >> 16) & 0xFF;
+}
+inline int Green(uint32_t pixel)
+{
+    return (pixel >> 8) & 0xFF;
+}
+inline int Blue(uint32_t pixel)
+{
+    return pixel & 0xFF;
+}
+inline bool IsRed(uint32_t pixel)
+{
+    return Red(pixel) > 180 && Green(pixel) < 90 && Blue(pixel) < 90;
+}
+
+inline bool IsLight(uint32_t pixel)
+{
+    return ((pixel >> 16) & 0xFF) > 210 && ((pixel >> 8) & 0xFF) > 210 && (pixel & 0xFF) > 210;
+}
+
+// The right end of the white (text) pixels inside the box, less its 6-pixel sunken frame; 0
+// when there are none.
+inline int TextRight(const QzTest::Image& image, const Box& rc)
+{
+    int right = 0;
+    for (int y = rc.top + 6; y < rc.bottom - 6; ++y)
+        for (int x = rc.left + 6; x < rc.right - 6; ++x)
+            right = IsLight(image.At(x, y)) ? x - rc.left : right;
+    return right;
+}
+
+// The pixels of the box that pass the test.
+template <typename Test> int Count(const QzTest::Image& image, const Box& rc, Test test)
+{
+    int count = 0;
+    for (int y = rc.top; y < rc.bottom; ++y)
+        for (int x = rc.left; x < rc.right; ++x)
+            count += test(image.At(x, y)) ? 1 : 0;
+    return count;
+}
+
+inline int Diffs(const QzTest::Image& a, const QzTest::Image& b, const Box& rc)
+{
+    return CountDiffs(a, b, rc.left, rc.top, rc.right, rc.bottom);
+}
+
+// A test suite on one run of the demo, made before its first test: Suite names the script as
+// its public kScript.
+template <typename Suite> class DemoScriptTest : public ::testing::Test
+{
+protected:
+    static void SetUpTestSuite() { s_run = new DemoRun(Suite::kScript); }
+    static void TearDownTestSuite()
+    {
+        delete s_run;
+        s_run = nullptr;
+    }
+    void SetUp() override { ASSERT_EQ(0, s_run->ExitCode()); }
+    static QzTest::Image Shot(const char* name) { return s_run->Shot(name); }
+
+    static inline DemoRun* s_run = nullptr;
+};
 
 } // namespace DemoScenario

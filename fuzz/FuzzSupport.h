@@ -17,6 +17,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
+#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <initializer_list>
@@ -185,6 +186,28 @@ public:
 private:
     bool m_bCloses;
 };
+
+// The input targets read 6-byte steps: a kind, a byte, and a signed 32-bit value.
+constexpr size_t kStepSize = 6;
+
+inline int32_t StepValue(const uint8_t* step)
+{
+    int32_t value = 0;
+    std::memcpy(&value, step + 2, sizeof(value));
+    return value;
+}
+
+// Text that comes four bytes a step into pending: a zero byte, or reaching nMax bytes, ends
+// it; then it moves to text and true is returned.
+inline bool AddTextStep(std::string& pending, const uint8_t* step, size_t nMax, std::string& text)
+{
+    pending.append(reinterpret_cast<const char*>(step + 2), 4);
+    if (pending.find('\0') == std::string::npos && pending.size() < nMax)
+        return false;
+    text = pending.c_str();
+    pending.clear();
+    return true;
+}
 
 // A GUI manager on a host window of its own (Host().hWnd while it lives) with the layout file
 // ini/Fuzz.ini at a fixed clock, and the dialogs and windows a target adds, made and ended in the

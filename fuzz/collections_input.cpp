@@ -15,7 +15,6 @@
 #include "controls/QzTree.h"
 #include "platform/render/MyBitmap.h"
 
-#include <cstring>
 #include <string>
 
 namespace
@@ -41,7 +40,6 @@ const char* const kAni = "[Four]\nFrameAmount=4\nFrame0=f_12x20.png\nFrame1=f_12
                          "Frame1=t_20x20.png\nFrame2=t_20x20.png\nFrame3=t_20x20.png\n"
                          "Frame4=t_20x20.png\nFrame5=t_20x20.png\nFrame6=t_20x20.png\n"
                          "Frame7=t_20x20.png\nFrame8=t_20x20.png\n";
-constexpr size_t kStepSize = 6;
 
 class CFuzzGrid : public CQzGrid
 {
@@ -79,13 +77,6 @@ void Populate(CQzGuiMgr* pMgr, CQzDialog& dialog, Controls& c, uint8_t style)
                     &c.treeUp, 7, &c.treeDown, 8, &c.treeSlider, 9, &c.grid);
     pMgr->AddDialog(&dialog, nullptr, true);
     dialog.ShowWindow(SW_SHOW);
-}
-
-int32_t Value(const uint8_t* step)
-{
-    int32_t value = 0;
-    std::memcpy(&value, step + 2, sizeof(value));
-    return value;
 }
 
 void Mouse(CQzGuiMgr* pMgr, uint8_t kind, int32_t value)
@@ -239,10 +230,10 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     // Texts come four bytes a step; a zero byte ends a text, which the next call then uses.
     std::string text = "row";
     std::string pending;
-    for (size_t offset = 1; offset + kStepSize <= size; offset += kStepSize)
+    for (size_t offset = 1; offset + QzFuzz::kStepSize <= size; offset += QzFuzz::kStepSize)
     {
         const uint8_t* step = data + offset;
-        const int32_t value = Value(step);
+        const int32_t value = QzFuzz::StepValue(step);
         switch (step[0] % 8)
         {
         case 0:
@@ -265,11 +256,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
             QzPlatform::Host::AdvanceTime(static_cast<DWORD>(value));
             break;
         default:
-            pending.append(reinterpret_cast<const char*>(step + 2), 4);
-            if (pending.find('\0') == std::string::npos)
-                break;
-            text = pending.c_str();
-            pending.clear();
+            QzFuzz::AddTextStep(pending, step, SIZE_MAX, text);
             break;
         }
     }

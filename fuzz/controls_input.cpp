@@ -35,7 +35,6 @@ const char* const kAni = "[Four]\nFrameAmount=4\nFrame0=f_12x20.png\nFrame1=f_12
                          "Frame2=f_12x20.png\nFrame3=f_12x20.png\n"
                          "[Three]\nFrameAmount=3\nFrame0=fill_200x132.png\nFrame1=back.png\n"
                          "Frame2=front.png\n";
-constexpr size_t kStepSize = 6;
 
 // The controls of dialog 1, made again for every input.
 struct Controls
@@ -69,13 +68,6 @@ void Populate(CQzGuiMgr* pMgr, CQzDialog& dialog, Controls& c)
                     &c.bar, 8, &c.segments, 9, &c.vbar, 10, &c.marquee);
     pMgr->AddDialog(&dialog, nullptr, true);
     dialog.ShowWindow(SW_SHOW);
-}
-
-int32_t Value(const uint8_t* step)
-{
-    int32_t value = 0;
-    std::memcpy(&value, step + 2, sizeof(value));
-    return value;
 }
 
 void Mouse(CQzGuiMgr* pMgr, uint8_t kind, int32_t value)
@@ -149,10 +141,10 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     Controls controls;
     Populate(pMgr, dialog, controls);
     std::string caption;
-    for (size_t offset = 0; offset + kStepSize <= size; offset += kStepSize)
+    for (size_t offset = 0; offset + QzFuzz::kStepSize <= size; offset += QzFuzz::kStepSize)
     {
         const uint8_t* step = data + offset;
-        const int32_t value = Value(step);
+        const int32_t value = QzFuzz::StepValue(step);
         switch (step[0] % 6)
         {
         case 0:

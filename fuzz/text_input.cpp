@@ -29,7 +29,6 @@ const char* const kLayout = "[0-1]\nx=0\ny=0\nw=800\nh=600\n"
                             "[1-5]\nx=300\ny=40\nw=200\nh=150\n";
 const char* const kAni = "[Emotion_01]\nFrameAmount=1\nFrame0=e_20x20.png\n"
                          "[Emotion_02_03]\nFrameAmount=1\nFrame0=e_20x20.png\n";
-constexpr size_t kStepSize = 6;
 constexpr int kBoxes = 5;
 
 struct Boxes
@@ -62,13 +61,6 @@ void Populate(CQzGuiMgr* pMgr, CQzDialog& dialog, Boxes& b, uint8_t limits)
     dialog.AddCtrls(1, &b.single, 2, &b.pin, 3, &b.multi, 4, &b.exSingle, 5, &b.exMulti);
     pMgr->AddDialog(&dialog, nullptr, true);
     dialog.ShowWindow(SW_SHOW);
-}
-
-int32_t Value(const uint8_t* step)
-{
-    int32_t value = 0;
-    std::memcpy(&value, step + 2, sizeof(value));
-    return value;
 }
 
 // Input goes to the focus window as Windows routes it: the system edit window of a bound box,
@@ -229,10 +221,10 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     Populate(pMgr, dialog, boxes, data[0]);
     std::string text = "#01|02 \xC4\xE3";
     std::string pending;
-    for (size_t offset = 1; offset + kStepSize <= size; offset += kStepSize)
+    for (size_t offset = 1; offset + QzFuzz::kStepSize <= size; offset += QzFuzz::kStepSize)
     {
         const uint8_t* step = data + offset;
-        const int32_t value = Value(step);
+        const int32_t value = QzFuzz::StepValue(step);
         switch (step[0] % 9)
         {
         case 0:
@@ -260,11 +252,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
             screen.Frames(1 + step[1] % 4, static_cast<DWORD>(value) & 0x3FF);
             break;
         default:
-            pending.append(reinterpret_cast<const char*>(step + 2), 4);
-            if (pending.find('\0') == std::string::npos && pending.size() < 256)
-                break;
-            text = pending.c_str();
-            pending.clear();
+            QzFuzz::AddTextStep(pending, step, 256, text);
             break;
         }
     }

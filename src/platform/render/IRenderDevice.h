@@ -70,6 +70,11 @@ public:
     virtual void DrawText(int x, int y, const std::string& utf8, const FontSpec& font,
                           uint32_t argb, uint32_t shadowArgb) = 0;
     virtual SizeI MeasureText(const std::string& utf8, const FontSpec& font) = 0;
+
+    // Restricts the draw calls that follow to the rectangle, intersected with the clip already
+    // in force, until the matching PopClip. A device that cannot clip may ignore both.
+    virtual void PushClip(const RectI& clip) { (void)clip; }
+    virtual void PopClip() {}
 };
 
 // The device in use (never null: the null device when none is installed).

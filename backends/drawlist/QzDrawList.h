@@ -1,0 +1,65 @@
+// What the draw-list device produces each frame, in the form a GPU renderer submits as it is:
+// one vertex array, one 32-bit index array (three indices a triangle) and commands that say
+// which texture and clip rectangle apply to a range of indices. Textures are atlases of images
+// and glyphs that the device owns; a renderer uploads an atlas again when its version changes.
+#pragma once
+
+#include "platform/render/IRenderDevice.h"
+
+#include <cstdint>
+#include <vector>
+
+namespace QzPlatform
+{
+
+// One corner of a triangle: position in screen pixels (the top-left of the screen is 0, 0 and
+// pixel centres are at .5), texture coordinate in 0..1 of the command's atlas, and a colour in
+// ARGB (alpha in the high byte, not premultiplied) that multiplies the texel.
+struct DrawVertex
+{
+    float x;
+    float y;
+    float u;
+    float v;
+    uint32_t argb;
+};
+static_assert(sizeof(DrawVertex) == 20, "vertices are packed: 5 x 4 bytes");
+
+// Draw indices [indexOffset, indexOffset + indexCount) of the list's index array as triangles,
+// sampling the atlas `atlas`, with pixels outside `clip` (left/top inclusive, right/bottom
+// exclusive) left untouched. Blending is the usual "over" with straight alpha.
+struct DrawCommand
+{
+    uint32_t atlas = 0;
+    RectI clip;
+    uint32_t indexOffset = 0;
+    uint32_t indexCount = 0;
+};
+
+// A texture page: width x height texels of ARGB with straight alpha, row after row. Every atlas
+// holds an opaque white texel block, so that filled shapes draw with any atlas bound and do not
+// break a run of commands. `version` grows whenever texels are added or the page grows.
+struct DrawAtlas
+{
+    uint32_t id = 0;
+    int width = 0;
+    int height = 0;
+    uint32_t version = 0;
+    std::vector<uint32_t> texels;
+};
+
+struct DrawList
+{
+    std::vector<DrawVertex> vertices;
+    std::vector<uint32_t> indices;
+    std::vector<DrawCommand> commands;
+
+    void Clear()
+    {
+        vertices.clear();
+        indices.clear();
+        commands.clear();
+    }
+};
+
+} // namespace QzPlatform

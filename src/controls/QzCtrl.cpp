@@ -369,8 +369,7 @@ void CQzCtrl::ShowSingleLineText()
     int y = m_wTextFormat == kAlignCentre ? GetHeight() / 2 - m_sizeFont.iHeight / 2 : 0;
     x += m_rcWindow.left + m_ptTextOffset.x;
     y += m_rcWindow.top + m_ptTextOffset.y;
-    C3_SIZE drawn = {0, 0};
-    DrawCaption(x, y, m_strText.c_str(), &drawn);
+    DrawCaption(x, y, m_strText.c_str(), nullptr);
 }
 
 // Wraps at an even number of cells that fit the width; lines are measured in the face the
@@ -413,8 +412,7 @@ void CQzCtrl::ShowMultiLineText()
         int nLineX = x;
         if (m_wTextFormat == kAlignCentre)
             nLineX = nWidth / 2 - widths[i] / 2 + m_rcWindow.left + m_ptTextOffset.x;
-        C3_SIZE drawn = {0, 0};
-        DrawCaption(nLineX, y + i * nStep, lines[i].c_str(), &drawn);
+        DrawCaption(nLineX, y + i * nStep, lines[i].c_str(), nullptr);
     }
 }
 

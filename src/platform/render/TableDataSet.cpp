@@ -2,6 +2,8 @@
 
 #include "platform/services/QzStringTable.h"
 
+#include <algorithm>
+#include <cstdint>
 #include <cstring>
 #include <string_view>
 
@@ -61,6 +63,23 @@ private:
     std::string m_strLong; // the whole key when it does not fit the buffer
 };
 
+// A hash of the names for the table of recent answers, cheap rather than thorough (a collision
+// only costs a look-up in the map): the file by its address, since callers pass the same
+// constant, and the section by its length and its first and last eight bytes.
+size_t HashNames(const char* file, const char* section)
+{
+    const size_t length = std::strlen(section);
+    uint64_t head = 0;
+    uint64_t tail = 0;
+    std::memcpy(&head, section, std::min<size_t>(length, 8));
+    if (length > 8)
+        std::memcpy(&tail, section + length - std::min<size_t>(length - 8, 8),
+                    std::min<size_t>(length - 8, 8));
+    const uint64_t mixed = head * 0x9E3779B97F4A7C15ull ^ tail * 0xC2B2AE3D27D4EB4Full ^
+                           (reinterpret_cast<uintptr_t>(file) >> 3) ^ length;
+    return static_cast<size_t>(mixed ^ (mixed >> 29) ^ (mixed >> 47));
+}
+
 } // namespace
 
 CTableDataSet& CTableDataSet::Instance()
@@ -89,7 +108,7 @@ CTableDataSet::CachedAni* CTableDataSet::Touch(const char* file, const char* sec
     if (!file || !section)
         return nullptr;
     const DWORD now = timeGetTime();
-    CachedAni* pCached = IsLastHit(file, section) ? m_pLastHit : Find(file, section);
+    CachedAni* pCached = Recall(file, section);
     if (!pCached)
     {
         PurgeExpired(now);
@@ -116,10 +135,20 @@ CTableDataSet::CachedAni* CTableDataSet::Find(const char* file, const char* sect
         cached.pAni = std::move(pAni);
         found = m_mapSections.emplace(std::string(key.Key()), std::move(cached)).first;
     }
-    m_pLastHit = &found->second;
-    m_strLastFile.assign(file);
-    m_strLastSection.assign(section);
-    return m_pLastHit;
+    return &found->second;
+}
+
+CTableDataSet::CachedAni* CTableDataSet::Recall(const char* file, const char* section)
+{
+    RecentAnswer& slot = m_recent[HashNames(file, section) % kRecentSlots];
+    if (slot.nEpoch == m_nEpoch && slot.section == section && slot.file == file)
+        return slot.pCached;
+    CachedAni* pCached = Find(file, section);
+    slot.file.assign(file);
+    slot.section.assign(section);
+    slot.pCached = pCached;
+    slot.nEpoch = m_nEpoch;
+    return pCached;
 }
 
 std::shared_ptr<CDataAni> CTableDataSet::Build(const std::string& fileKey, const char* file,
@@ -150,9 +179,8 @@ void CTableDataSet::PurgeNow(DWORD now)
             ++it;
             continue;
         }
-        if (&cached == m_pLastHit)
-            m_pLastHit = nullptr;
         it = m_mapSections.erase(it);
+        ++m_nEpoch;
     }
 }
 
@@ -175,7 +203,7 @@ IDataIcon* CTableDataSet::GetIconSet(int index)
 
 void CTableDataSet::Reload()
 {
-    m_pLastHit = nullptr;
+    ++m_nEpoch;
     m_mapSections.clear();
     m_mapFiles.clear();
     m_bPurged = false;

@@ -11,6 +11,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace QzPlatform
 {
@@ -46,13 +47,10 @@ private:
     // The cached section, built and cached on first use, touched now; null when it cannot be
     // had. Runs the purge either way.
     CachedAni* Touch(const char* file, const char* section, DWORD keepAliveMs);
-    // Looks the section up in the map, building it when missing, and makes it the last hit.
+    // Looks the section up in the map, building it when missing; null when it cannot be had.
     CachedAni* Find(const char* file, const char* section);
-    bool IsLastHit(const char* file, const char* section) const
-    {
-        return m_pLastHit && std::strcmp(file, m_strLastFile.c_str()) == 0 &&
-               std::strcmp(section, m_strLastSection.c_str()) == 0;
-    }
+    // The answer of Find through the table of recent answers.
+    CachedAni* Recall(const char* file, const char* section);
     std::shared_ptr<CDataAni> Build(const std::string& fileKey, const char* file,
                                     const char* section);
     // Drops sections unused past their keep-alive, at most once a second (checked on every
@@ -67,12 +65,21 @@ private:
     std::map<std::string, CAniFile> m_mapFiles; // key: file key
     // key: file key, '\n', section key; looked up by a key built on the stack (std::less<>)
     std::map<std::string, CachedAni, std::less<>> m_mapSections;
-    // The section of the last look-up that found one, under the names exactly as they were
-    // given: windows drawn one after another mostly ask for the same section, and a hit spares
-    // folding the names and searching the map. Null when unset or purged.
-    CachedAni* m_pLastHit = nullptr;
-    std::string m_strLastFile;
-    std::string m_strLastSection;
+    // Recent answers under the names exactly as they were given, in slots chosen by a hash of
+    // the names: every window asks for its sections on every frame, and a hit spares folding
+    // the names and searching the map. A slot holds a section that could not be had as well
+    // (a window without a skin asks for one every frame). A slot is valid while its epoch is
+    // the data set's; the epoch moves on whenever a cached section goes (purge, reload).
+    struct RecentAnswer
+    {
+        std::string file;
+        std::string section;
+        CachedAni* pCached = nullptr;
+        uint32_t nEpoch = 0;
+    };
+    static constexpr size_t kRecentSlots = 256;
+    std::vector<RecentAnswer> m_recent = std::vector<RecentAnswer>(kRecentSlots);
+    uint32_t m_nEpoch = 1;
     CEmotionIconSet m_iconSet{*this};
     bool m_bPurged = false;
     DWORD m_dwLastPurge = 0;

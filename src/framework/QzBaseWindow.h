@@ -219,44 +219,46 @@ protected:
     void ReleaseKeyFocusIfHeld();
     CQzCursorMgr* GetCursorMgr() const;
 
+    // Members by size, largest first, so that a window carries no padding: screens have tens
+    // of thousands of windows.
+    std::string m_strCursor;
+    std::string m_strAniName;
+    // File of m_pBackBitmap, so that a copy loads its own bitmap.
+    std::string m_strBackFile;
+    std::list<QzTimerEntry> m_lstTimer;
     IQzGuiMgr* m_pQzGuiMgr = nullptr;
-    bool m_bMouseIn = false;
-    bool m_bShowBack = true;
-    WORD m_wState = 0;
-    DWORD m_nParentId = 0;
     IQzGuiWndInfo* m_pWndInfo = nullptr;
-    BYTE m_byAlpha = 255;
-    DWORD m_nInfoVariant = 0;
-    bool m_bUseInfo = true;
-    DWORD m_nInfoId = 0;
-    DWORD m_nUserData1 = 0;
-    DWORD m_nUserData2 = 0;
     CGui3DEffect* m_pBackEffect = nullptr;
     CGui3DEffect* m_pFrontEffect = nullptr;
-    POINT m_ptPicOffset = {0, 0};
-    POINT m_ptPicOffset2 = {0, 0};
-    int m_nOffsetFrame = -1;
-    bool m_bVisible = false;
-    DWORD m_nBackType = 0;
-    BOOL m_bFrameMode = 0;
+    HRGN m_hRgn = nullptr;
+    CQzBaseWindow* m_pParent = nullptr;
+    IMyBitmap* m_pBackBitmap = nullptr;
+    std::bitset<1> m_setUserFlag;
     RECT m_rcAniOffset = {0, 0, 0, 0};
-    BOOL m_bEnable = 1;
-    BOOL m_bDisable = 0;
-    DWORD m_nId = 0;
     RECT m_rcWindow = {0, 0, 0, 0};
     RECT m_rcLocal = {0, 0, 0, 0};
     RECT m_rcOrigin = {0, 0, 0, 0};
-    HRGN m_hRgn = nullptr;
-    CQzBaseWindow* m_pParent = nullptr;
-    std::string m_strCursor;
-    std::string m_strAniName;
-    std::list<QzTimerEntry> m_lstTimer;
-    IMyBitmap* m_pBackBitmap = nullptr;
-    std::bitset<1> m_setUserFlag;
+    POINT m_ptPicOffset = {0, 0};
+    POINT m_ptPicOffset2 = {0, 0};
+    DWORD m_nParentId = 0;
+    DWORD m_nInfoVariant = 0;
+    DWORD m_nInfoId = 0;
+    DWORD m_nUserData1 = 0;
+    DWORD m_nUserData2 = 0;
+    int m_nOffsetFrame = -1;
+    DWORD m_nBackType = 0;
+    BOOL m_bFrameMode = 0;
+    BOOL m_bEnable = 1;
+    BOOL m_bDisable = 0;
+    DWORD m_nId = 0;
+    WORD m_wState = 0;
+    BYTE m_byAlpha = 255;
+    bool m_bMouseIn = false;
+    bool m_bShowBack = true;
+    bool m_bUseInfo = true;
+    bool m_bVisible = false;
     // The region came from the layout manager's region table and is this window's to delete.
     bool m_bOwnRgn = false;
-    // File of m_pBackBitmap, so that a copy loads its own bitmap.
-    std::string m_strBackFile;
 };
 
 } // namespace QzGui

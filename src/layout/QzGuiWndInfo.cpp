@@ -73,13 +73,34 @@ void CQzGuiWndInfo::ResetToDefaults()
     m_nType = 0;
     m_nBackShowMode = 0;
     m_ptTipOffset = {65535, 65535};
-    m_strAniSection.clear();
-    m_strFlyInEffect.clear();
-    m_strFlyOutEffect.clear();
-    m_strBgEffect.clear();
-    m_strFgEffect.clear();
-    m_strTipText.clear();
+    for (TextField field :
+         {kAniSection, kFlyInEffect, kFlyOutEffect, kBgEffect, kFgEffect, kTipText})
+        SetText(field, nullptr);
     m_vecExtra.clear();
+}
+
+const char* CQzGuiWndInfo::GetText(TextField field) const
+{
+    for (const auto& pEntry : m_vecText)
+    {
+        if (pEntry->field == field)
+            return pEntry->text.c_str();
+    }
+    return "";
+}
+
+void CQzGuiWndInfo::SetText(TextField field, const char* text)
+{
+    for (const auto& pEntry : m_vecText)
+    {
+        if (pEntry->field == field)
+        {
+            pEntry->text = text ? text : "";
+            return;
+        }
+    }
+    if (text && *text)
+        m_vecText.push_back(std::make_unique<TextEntry>(TextEntry{field, text}));
 }
 
 void CQzGuiWndInfo::AddExtra(const char* key, const char* value)

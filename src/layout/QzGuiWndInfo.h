@@ -4,6 +4,7 @@
 
 #include "layout/IQzGuiWndInfo.h"
 
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <utility>
@@ -26,34 +27,34 @@ public:
     DWORD GetHeight() const override { return m_wHeight; }
     DWORD GetOffsetX() const override { return m_wOffsetX; }
     DWORD GetOffsetY() const override { return m_wOffsetY; }
-    const char* GetTitle() const override { return m_strTitle.c_str(); }
-    const char* GetOpenSound() const override { return m_strOpenSound.c_str(); }
-    const char* GetCloseSound() const override { return m_strCloseSound.c_str(); }
-    const char* GetClickSound() const override { return m_strClickSound.c_str(); }
-    const char* GetMouseInSound() const override { return m_strMouseInSound.c_str(); }
-    const char* GetMouseOutSound() const override { return m_strMouseOutSound.c_str(); }
+    const char* GetTitle() const override { return GetText(kTitle); }
+    const char* GetOpenSound() const override { return GetText(kOpenSound); }
+    const char* GetCloseSound() const override { return GetText(kCloseSound); }
+    const char* GetClickSound() const override { return GetText(kClickSound); }
+    const char* GetMouseInSound() const override { return GetText(kMouseInSound); }
+    const char* GetMouseOutSound() const override { return GetText(kMouseOutSound); }
     int GetFlyDir() const override { return m_nFlyDir; }
     int GetHelpId() const override { return m_nHelpId; }
     int GetReserved1() const override { return 0; }
     int GetLinkIndex() const override { return m_nLinkIndex; }
     int GetReserved2() const override { return m_nReserved2; }
-    const char* GetCursor() const override { return m_strCursor.c_str(); }
-    const char* GetAniSection() const override { return m_strAniSection.c_str(); }
+    const char* GetCursor() const override { return GetText(kCursor); }
+    const char* GetAniSection() const override { return GetText(kAniSection); }
     int GetBackShowMode() const override { return m_nBackShowMode; }
     int GetTipId() const override { return m_nTipId; }
-    const char* GetTipText() const override { return m_strTipText.c_str(); }
-    const char* GetTipAniSection() const override { return m_strTipAniSection.c_str(); }
+    const char* GetTipText() const override { return GetText(kTipText); }
+    const char* GetTipAniSection() const override { return GetText(kTipAniSection); }
     const POINT* GetTipOffset() const override { return &m_ptTipOffset; }
     const POINT* GetTextOffset() const override { return &m_ptTextOffset; }
-    const char* GetBgEffect() const override { return m_strBgEffect.c_str(); }
-    const char* GetFgEffect() const override { return m_strFgEffect.c_str(); }
-    const char* GetFlyInEffect() const override { return m_strFlyInEffect.c_str(); }
-    const char* GetFlyOutEffect() const override { return m_strFlyOutEffect.c_str(); }
-    const char* GetMouseOverEffect() const override { return m_strMouseOverEffect.c_str(); }
+    const char* GetBgEffect() const override { return GetText(kBgEffect); }
+    const char* GetFgEffect() const override { return GetText(kFgEffect); }
+    const char* GetFlyInEffect() const override { return GetText(kFlyInEffect); }
+    const char* GetFlyOutEffect() const override { return GetText(kFlyOutEffect); }
+    const char* GetMouseOverEffect() const override { return GetText(kMouseOverEffect); }
     const std::vector<int>* GetOpenBindList() const override { return &m_vecOpenBind; }
     const std::vector<int>* GetCloseBindList() const override { return &m_vecCloseBind; }
     DWORD GetGroup() const override { return m_wGroup; }
-    const char* GetFont() const override { return m_strFont.c_str(); }
+    const char* GetFont() const override { return GetText(kFont); }
     DWORD GetFontColor() const override { return m_dwFontColor; }
     int GetFontSize() const override { return m_nFontSize; }
     int GetStyle() const override { return m_nStyle; }
@@ -95,30 +96,30 @@ public:
     void SetTipId(int id) { m_nTipId = id; }
     void SetFontSize(int size) { m_nFontSize = size; }
     void SetFontColor(DWORD colour) { m_dwFontColor = colour; }
-    void SetFont(const char* text) { Assign(m_strFont, text); }
-    void SetOpenSound(const char* text) { Assign(m_strOpenSound, text); }
-    void SetCloseSound(const char* text) { Assign(m_strCloseSound, text); }
-    void SetClickSound(const char* text) { Assign(m_strClickSound, text); }
-    void SetMouseInSound(const char* text) { Assign(m_strMouseInSound, text); }
-    void SetMouseOutSound(const char* text) { Assign(m_strMouseOutSound, text); }
-    void SetCursor(const char* text) { Assign(m_strCursor, text); }
-    void SetAniSection(const char* text) { Assign(m_strAniSection, text); }
-    void SetTipAniSection(const char* text) { Assign(m_strTipAniSection, text); }
+    void SetFont(const char* text) { SetText(kFont, text); }
+    void SetOpenSound(const char* text) { SetText(kOpenSound, text); }
+    void SetCloseSound(const char* text) { SetText(kCloseSound, text); }
+    void SetClickSound(const char* text) { SetText(kClickSound, text); }
+    void SetMouseInSound(const char* text) { SetText(kMouseInSound, text); }
+    void SetMouseOutSound(const char* text) { SetText(kMouseOutSound, text); }
+    void SetCursor(const char* text) { SetText(kCursor, text); }
+    void SetAniSection(const char* text) { SetText(kAniSection, text); }
+    void SetTipAniSection(const char* text) { SetText(kTipAniSection, text); }
     void SetBackShowMode(int mode) { m_nBackShowMode = mode; }
     void SetTipOffsetX(LONG x) { m_ptTipOffset.x = x; }
     void SetTipOffsetY(LONG y) { m_ptTipOffset.y = y; }
     void SetTextOffsetX(LONG x) { m_ptTextOffset.x = x; }
     void SetTextOffsetY(LONG y) { m_ptTextOffset.y = y; }
-    void SetBgEffect(const char* text) { Assign(m_strBgEffect, text); }
-    void SetFgEffect(const char* text) { Assign(m_strFgEffect, text); }
-    void SetFlyInEffect(const char* text) { Assign(m_strFlyInEffect, text); }
-    void SetFlyOutEffect(const char* text) { Assign(m_strFlyOutEffect, text); }
-    void SetMouseOverEffect(const char* text) { Assign(m_strMouseOverEffect, text); }
+    void SetBgEffect(const char* text) { SetText(kBgEffect, text); }
+    void SetFgEffect(const char* text) { SetText(kFgEffect, text); }
+    void SetFlyInEffect(const char* text) { SetText(kFlyInEffect, text); }
+    void SetFlyOutEffect(const char* text) { SetText(kFlyOutEffect, text); }
+    void SetMouseOverEffect(const char* text) { SetText(kMouseOverEffect, text); }
     void SetFlags(DWORD flags) { m_dwFlags = flags; }
     void AddFlags(DWORD flags) { m_dwFlags |= flags; }
     DWORD GetFlags() const { return m_dwFlags; }
-    void SetTitle(const char* text) { Assign(m_strTitle, text); }
-    void SetTipText(const char* text) { Assign(m_strTipText, text); }
+    void SetTitle(const char* text) { SetText(kTitle, text); }
+    void SetTipText(const char* text) { SetText(kTipText, text); }
     std::vector<int>& OpenBindList() { return m_vecOpenBind; }
     std::vector<int>& CloseBindList() { return m_vecCloseBind; }
     const std::vector<std::pair<std::string, std::string>>& GetExtras() const { return m_vecExtra; }
@@ -132,7 +133,36 @@ public:
     static size_t GetLiveCount();
 
 private:
-    static void Assign(std::string& field, const char* text) { field = text ? text : ""; }
+    // The text fields. A record stores only those that were ever given, one entry each (most
+    // records have one or two, and a screen has thousands of records). Entries live on the heap
+    // and are never removed, so that a text handed out stays valid until its own field is set.
+    enum TextField : uint8_t
+    {
+        kFont,
+        kOpenSound,
+        kCloseSound,
+        kClickSound,
+        kMouseInSound,
+        kMouseOutSound,
+        kCursor,
+        kAniSection,
+        kTipAniSection,
+        kBgEffect,
+        kFgEffect,
+        kFlyInEffect,
+        kFlyOutEffect,
+        kMouseOverEffect,
+        kTitle,
+        kTipText,
+    };
+    struct TextEntry
+    {
+        TextField field;
+        std::string text;
+    };
+    // "" when the field is empty.
+    const char* GetText(TextField field) const;
+    void SetText(TextField field, const char* text);
 
     WORD m_wX = 0;
     WORD m_wY = 0;
@@ -155,26 +185,11 @@ private:
     int m_nTipId = 0;
     int m_nFontSize = 65535;
     DWORD m_dwFontColor = 65535;
-    std::string m_strFont;
-    std::string m_strOpenSound;
-    std::string m_strCloseSound;
-    std::string m_strClickSound;
-    std::string m_strMouseInSound;
-    std::string m_strMouseOutSound;
-    std::string m_strCursor;
-    std::string m_strAniSection;
-    std::string m_strTipAniSection;
     int m_nBackShowMode = 0;
     POINT m_ptTipOffset = {65535, 65535};
     POINT m_ptTextOffset = {0, 0};
-    std::string m_strBgEffect;
-    std::string m_strFgEffect;
-    std::string m_strFlyInEffect;
-    std::string m_strFlyOutEffect;
-    std::string m_strMouseOverEffect;
     DWORD m_dwFlags = 0;
-    std::string m_strTitle;
-    std::string m_strTipText;
+    std::vector<std::unique_ptr<TextEntry>> m_vecText;
     std::vector<int> m_vecOpenBind;
     std::vector<int> m_vecCloseBind;
     std::vector<std::pair<std::string, std::string>> m_vecExtra;

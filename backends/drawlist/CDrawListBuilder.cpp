@@ -1,0 +1,222 @@
+#include "CDrawListBuilder.h"
+
+#include "CDrawAtlasPages.h"
+
+#include <algorithm>
+
+namespace QzPlatform
+{
+
+namespace
+{
+
+bool SameRect(const RectI& a, const RectI& b)
+{
+    return a.left == b.left && a.top == b.top && a.right == b.right && a.bottom == b.bottom;
+}
+
+// Cuts [from, to) to [low, high), moving the texture coordinates [uFrom, uTo) in step.
+void CutSpan(float& from, float& to, float& uFrom, float& uTo, float low, float high)
+{
+    const double perPixel = (double(uTo) - uFrom) / (double(to) - from);
+    if (from < low)
+    {
+        uFrom = static_cast<float>(uFrom + (double(low) - from) * perPixel);
+        from = low;
+    }
+    if (to > high)
+    {
+        uTo = static_cast<float>(uTo - (double(to) - high) * perPixel);
+        to = high;
+    }
+}
+
+} // namespace
+
+void CDrawListBuilder::Begin(int width, int height, const DrawAtlas& fillPage)
+{
+    m_list.Clear();
+    m_vecCommandVertex.clear();
+    m_vecClips.clear();
+    m_screen = RectI{0, 0, width, height};
+    SetClip(m_screen);
+    m_pPage = &fillPage;
+    m_bSolidOnly = true;
+}
+
+void CDrawListBuilder::End()
+{
+    if (!m_list.commands.empty() && m_list.commands.back().indexCount == 0)
+    {
+        m_list.commands.pop_back();
+        m_vecCommandVertex.pop_back();
+    }
+}
+
+void CDrawListBuilder::PushClip(const RectI& clip)
+{
+    RectI next;
+    next.left = std::max(clip.left, m_clip.left);
+    next.top = std::max(clip.top, m_clip.top);
+    next.right = std::max(std::min(clip.right, m_clip.right), next.left);
+    next.bottom = std::max(std::min(clip.bottom, m_clip.bottom), next.top);
+    m_vecClips.push_back(next);
+    SetClip(next);
+}
+
+void CDrawListBuilder::PopClip()
+{
+    if (m_vecClips.empty())
+        return;
+    m_vecClips.pop_back();
+    SetClip(m_vecClips.empty() ? m_screen : m_vecClips.back());
+}
+
+void CDrawListBuilder::SetClip(const RectI& clip)
+{
+    m_clip = clip;
+    m_fClip[0] = static_cast<float>(clip.left);
+    m_fClip[1] = static_cast<float>(clip.top);
+    m_fClip[2] = static_cast<float>(clip.right);
+    m_fClip[3] = static_cast<float>(clip.bottom);
+}
+
+void CDrawListBuilder::AddRect(int x1, int y1, int x2, int y2, uint32_t argb)
+{
+    x1 = std::max(x1, m_clip.left);
+    y1 = std::max(y1, m_clip.top);
+    x2 = std::min(x2, m_clip.right);
+    y2 = std::min(y2, m_clip.bottom);
+    if (x2 <= x1 || y2 <= y1)
+        return;
+    BindSolid();
+    const float u = CDrawAtlasPages::kWhiteCentre / static_cast<float>(m_pPage->width);
+    const float v = CDrawAtlasPages::kWhiteCentre / static_cast<float>(m_pPage->height);
+    PushQuad(float(x1), float(y1), float(x2), float(y2), u, v, u, v, argb);
+}
+
+void CDrawListBuilder::AddImage(const DrawAtlas& page, float x0, float y0, float x1, float y1,
+                                float tx0, float ty0, float tx1, float ty1, uint32_t argb)
+{
+    if (!(x0 < x1 && y0 < y1) || x1 <= m_fClip[0] || y1 <= m_fClip[1] || x0 >= m_fClip[2] ||
+        y0 >= m_fClip[3])
+        return;
+    if (x0 < m_fClip[0] || x1 > m_fClip[2])
+        CutSpan(x0, x1, tx0, tx1, m_fClip[0], m_fClip[2]);
+    if (y0 < m_fClip[1] || y1 > m_fClip[3])
+        CutSpan(y0, y1, ty0, ty1, m_fClip[1], m_fClip[3]);
+    BindPage(page);
+    const float scaleU = 1.0f / static_cast<float>(page.width);
+    const float scaleV = 1.0f / static_cast<float>(page.height);
+    PushQuad(x0, y0, x1, y1, tx0 * scaleU, ty0 * scaleV, tx1 * scaleU, ty1 * scaleV, argb);
+}
+
+void CDrawListBuilder::AddPolygon(const float (&corners)[8], uint32_t argb)
+{
+    if (m_clip.right <= m_clip.left || m_clip.bottom <= m_clip.top)
+        return;
+    BindSolid();
+    const float u = CDrawAtlasPages::kWhiteCentre / static_cast<float>(m_pPage->width);
+    const float v = CDrawAtlasPages::kWhiteCentre / static_cast<float>(m_pPage->height);
+    const uint32_t base = static_cast<uint32_t>(m_list.vertices.size());
+    for (int corner = 0; corner < 4; ++corner)
+        m_list.vertices.push_back(
+            DrawVertex{corners[corner * 2], corners[corner * 2 + 1], u, v, argb});
+    PushIndices(base);
+}
+
+void CDrawListBuilder::OnPageGrown(const DrawAtlas& page, int oldWidth, int oldHeight)
+{
+    const float scaleU = static_cast<float>(oldWidth) / static_cast<float>(page.width);
+    const float scaleV = static_cast<float>(oldHeight) / static_cast<float>(page.height);
+    for (size_t command = 0; command < m_list.commands.size(); ++command)
+    {
+        if (m_list.commands[command].atlas != page.id)
+            continue;
+        const size_t end = command + 1 < m_vecCommandVertex.size() ? m_vecCommandVertex[command + 1]
+                                                                   : m_list.vertices.size();
+        for (size_t vertex = m_vecCommandVertex[command]; vertex < end; ++vertex)
+        {
+            m_list.vertices[vertex].u *= scaleU;
+            m_list.vertices[vertex].v *= scaleV;
+        }
+    }
+}
+
+bool CDrawListBuilder::CanExtend(const DrawAtlas& page) const
+{
+    return !m_list.commands.empty() && m_list.commands.back().atlas == page.id &&
+           SameRect(m_list.commands.back().clip, m_clip);
+}
+
+void CDrawListBuilder::BindSolid()
+{
+    if (m_list.commands.empty() || !SameRect(m_list.commands.back().clip, m_clip))
+        OpenCommand(*m_pPage);
+}
+
+void CDrawListBuilder::BindPage(const DrawAtlas& page)
+{
+    if (!CanExtend(page))
+    {
+        if (m_bSolidOnly && !m_list.commands.empty() &&
+            SameRect(m_list.commands.back().clip, m_clip))
+            Retarget(page);
+        else
+            OpenCommand(page);
+    }
+    m_bSolidOnly = false;
+}
+
+void CDrawListBuilder::OpenCommand(const DrawAtlas& page)
+{
+    const uint32_t indexOffset = static_cast<uint32_t>(m_list.indices.size());
+    const uint32_t vertexOffset = static_cast<uint32_t>(m_list.vertices.size());
+    if (!m_list.commands.empty() && m_list.commands.back().indexCount == 0)
+    {
+        m_list.commands.back() = DrawCommand{page.id, m_clip, indexOffset, 0};
+        m_vecCommandVertex.back() = vertexOffset;
+    }
+    else
+    {
+        m_list.commands.push_back(DrawCommand{page.id, m_clip, indexOffset, 0});
+        m_vecCommandVertex.push_back(vertexOffset);
+    }
+    m_pPage = &page;
+    m_bSolidOnly = true;
+}
+
+// The open command holds only solid quads: it moves to the page, its quads to the page's white
+// block.
+void CDrawListBuilder::Retarget(const DrawAtlas& page)
+{
+    const float u = CDrawAtlasPages::kWhiteCentre / static_cast<float>(page.width);
+    const float v = CDrawAtlasPages::kWhiteCentre / static_cast<float>(page.height);
+    for (size_t vertex = m_vecCommandVertex.back(); vertex < m_list.vertices.size(); ++vertex)
+    {
+        m_list.vertices[vertex].u = u;
+        m_list.vertices[vertex].v = v;
+    }
+    m_list.commands.back().atlas = page.id;
+    m_pPage = &page;
+}
+
+void CDrawListBuilder::PushQuad(float x0, float y0, float x1, float y1, float u0, float v0,
+                                float u1, float v1, uint32_t argb)
+{
+    const uint32_t base = static_cast<uint32_t>(m_list.vertices.size());
+    m_list.vertices.push_back(DrawVertex{x0, y0, u0, v0, argb});
+    m_list.vertices.push_back(DrawVertex{x1, y0, u1, v0, argb});
+    m_list.vertices.push_back(DrawVertex{x1, y1, u1, v1, argb});
+    m_list.vertices.push_back(DrawVertex{x0, y1, u0, v1, argb});
+    PushIndices(base);
+}
+
+void CDrawListBuilder::PushIndices(uint32_t base)
+{
+    const uint32_t quad[6] = {base, base + 1, base + 2, base, base + 2, base + 3};
+    m_list.indices.insert(m_list.indices.end(), quad, quad + 6);
+    m_list.commands.back().indexCount += 6;
+}
+
+} // namespace QzPlatform

@@ -778,6 +778,8 @@ BOOL CQzBaseWindow::HasTimer(DWORD nId) const
 // after 49 days delays nothing.
 void CQzBaseWindow::ProcessTimers()
 {
+    if (m_lstTimer.empty())
+        return;
     const DWORD dwNow = ::timeGetTime();
     std::vector<DWORD> vecIds;
     for (const QzTimerEntry& entry : m_lstTimer)

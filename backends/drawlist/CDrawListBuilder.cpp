@@ -81,6 +81,71 @@ void CDrawListBuilder::SetClip(const RectI& clip)
     m_fClip[3] = static_cast<float>(clip.bottom);
 }
 
+inline bool CDrawListBuilder::CanExtend(const DrawAtlas& page) const
+{
+    return !m_list.commands.empty() && m_list.commands.back().atlas == page.id &&
+           SameRect(m_list.commands.back().clip, m_clip);
+}
+
+inline void CDrawListBuilder::BindPage(const DrawAtlas& page)
+{
+    if (!CanExtend(page))
+    {
+        if (m_bSolidOnly && !m_list.commands.empty() &&
+            SameRect(m_list.commands.back().clip, m_clip))
+            Retarget(page);
+        else
+            OpenCommand(page);
+    }
+    m_bSolidOnly = false;
+}
+
+inline void CDrawListBuilder::PushIndices(uint32_t base)
+{
+    std::vector<uint32_t>& indices = m_list.indices;
+    indices.push_back(base);
+    indices.push_back(base + 1);
+    indices.push_back(base + 2);
+    indices.push_back(base);
+    indices.push_back(base + 2);
+    indices.push_back(base + 3);
+    m_list.commands.back().indexCount += 6;
+}
+
+inline void CDrawListBuilder::PushQuad(float x0, float y0, float x1, float y1, float u0, float v0,
+                                       float u1, float v1, uint32_t argb)
+{
+    const uint32_t base = static_cast<uint32_t>(m_list.vertices.size());
+    m_list.vertices.push_back(DrawVertex{x0, y0, u0, v0, argb});
+    m_list.vertices.push_back(DrawVertex{x1, y0, u1, v0, argb});
+    m_list.vertices.push_back(DrawVertex{x1, y1, u1, v1, argb});
+    m_list.vertices.push_back(DrawVertex{x0, y1, u0, v1, argb});
+    PushIndices(base);
+}
+
+// Room for that many more quads, growing the storage by doubling so that a frame of many small
+// calls does not reallocate at each.
+inline void CDrawListBuilder::Reserve(size_t quads)
+{
+    std::vector<DrawVertex>& vertices = m_list.vertices;
+    if (vertices.capacity() - vertices.size() < quads * 4)
+        vertices.reserve(std::max(vertices.capacity() * 2, vertices.size() + quads * 4));
+    std::vector<uint32_t>& indices = m_list.indices;
+    if (indices.capacity() - indices.size() < quads * 6)
+        indices.reserve(std::max(indices.capacity() * 2, indices.size() + quads * 6));
+}
+
+inline void CDrawListBuilder::UsePageScale(const DrawAtlas& page)
+{
+    if (&page == m_pScalePage && page.width == m_nScaleWidth && page.height == m_nScaleHeight)
+        return;
+    m_pScalePage = &page;
+    m_nScaleWidth = page.width;
+    m_nScaleHeight = page.height;
+    m_fScaleU = 1.0f / static_cast<float>(page.width);
+    m_fScaleV = 1.0f / static_cast<float>(page.height);
+}
+
 void CDrawListBuilder::AddRect(int x1, int y1, int x2, int y2, uint32_t argb)
 {
     x1 = std::max(x1, m_clip.left);
@@ -106,9 +171,19 @@ void CDrawListBuilder::AddImage(const DrawAtlas& page, float x0, float y0, float
     if (y0 < m_fClip[1] || y1 > m_fClip[3])
         CutSpan(y0, y1, ty0, ty1, m_fClip[1], m_fClip[3]);
     BindPage(page);
-    const float scaleU = 1.0f / static_cast<float>(page.width);
-    const float scaleV = 1.0f / static_cast<float>(page.height);
-    PushQuad(x0, y0, x1, y1, tx0 * scaleU, ty0 * scaleV, tx1 * scaleU, ty1 * scaleV, argb);
+    UsePageScale(page);
+    Reserve(1);
+    PushQuad(x0, y0, x1, y1, tx0 * m_fScaleU, ty0 * m_fScaleV, tx1 * m_fScaleU, ty1 * m_fScaleV,
+             argb);
+}
+
+void CDrawListBuilder::AddQuads(const DrawQuad* quads, size_t count, float x, float y,
+                                uint32_t argb, uint32_t colourArgb)
+{
+    Reserve(count);
+    for (const DrawQuad* quad = quads; quad != quads + count; ++quad)
+        AddImage(*quad->page, x + quad->x0, y + quad->y0, x + quad->x1, y + quad->y1, quad->tx0,
+                 quad->ty0, quad->tx1, quad->ty1, quad->colour ? colourArgb : argb);
 }
 
 void CDrawListBuilder::AddPolygon(const float (&corners)[8], uint32_t argb)
@@ -143,29 +218,10 @@ void CDrawListBuilder::OnPageGrown(const DrawAtlas& page, int oldWidth, int oldH
     }
 }
 
-bool CDrawListBuilder::CanExtend(const DrawAtlas& page) const
-{
-    return !m_list.commands.empty() && m_list.commands.back().atlas == page.id &&
-           SameRect(m_list.commands.back().clip, m_clip);
-}
-
 void CDrawListBuilder::BindSolid()
 {
     if (m_list.commands.empty() || !SameRect(m_list.commands.back().clip, m_clip))
         OpenCommand(*m_pPage);
-}
-
-void CDrawListBuilder::BindPage(const DrawAtlas& page)
-{
-    if (!CanExtend(page))
-    {
-        if (m_bSolidOnly && !m_list.commands.empty() &&
-            SameRect(m_list.commands.back().clip, m_clip))
-            Retarget(page);
-        else
-            OpenCommand(page);
-    }
-    m_bSolidOnly = false;
 }
 
 void CDrawListBuilder::OpenCommand(const DrawAtlas& page)
@@ -199,24 +255,6 @@ void CDrawListBuilder::Retarget(const DrawAtlas& page)
     }
     m_list.commands.back().atlas = page.id;
     m_pPage = &page;
-}
-
-void CDrawListBuilder::PushQuad(float x0, float y0, float x1, float y1, float u0, float v0,
-                                float u1, float v1, uint32_t argb)
-{
-    const uint32_t base = static_cast<uint32_t>(m_list.vertices.size());
-    m_list.vertices.push_back(DrawVertex{x0, y0, u0, v0, argb});
-    m_list.vertices.push_back(DrawVertex{x1, y0, u1, v0, argb});
-    m_list.vertices.push_back(DrawVertex{x1, y1, u1, v1, argb});
-    m_list.vertices.push_back(DrawVertex{x0, y1, u0, v1, argb});
-    PushIndices(base);
-}
-
-void CDrawListBuilder::PushIndices(uint32_t base)
-{
-    const uint32_t quad[6] = {base, base + 1, base + 2, base, base + 2, base + 3};
-    m_list.indices.insert(m_list.indices.end(), quad, quad + 6);
-    m_list.commands.back().indexCount += 6;
 }
 
 } // namespace QzPlatform

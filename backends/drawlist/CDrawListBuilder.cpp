@@ -55,9 +55,10 @@ void CDrawListBuilder::End()
 
 void CDrawListBuilder::PushClip(const RectI& clip)
 {
+    // An empty intersection stays inside the screen, with no width or no height.
     RectI next;
-    next.left = std::max(clip.left, m_clip.left);
-    next.top = std::max(clip.top, m_clip.top);
+    next.left = std::min(std::max(clip.left, m_clip.left), m_clip.right);
+    next.top = std::min(std::max(clip.top, m_clip.top), m_clip.bottom);
     next.right = std::max(std::min(clip.right, m_clip.right), next.left);
     next.bottom = std::max(std::min(clip.bottom, m_clip.bottom), next.top);
     m_vecClips.push_back(next);
@@ -164,7 +165,7 @@ void CDrawListBuilder::AddImage(const DrawAtlas& page, float x0, float y0, float
                                 float tx0, float ty0, float tx1, float ty1, uint32_t argb)
 {
     if (!(x0 < x1 && y0 < y1) || x1 <= m_fClip[0] || y1 <= m_fClip[1] || x0 >= m_fClip[2] ||
-        y0 >= m_fClip[3])
+        y0 >= m_fClip[3] || m_clip.right == m_clip.left || m_clip.bottom == m_clip.top)
         return;
     if (x0 < m_fClip[0] || x1 > m_fClip[2])
         CutSpan(x0, x1, tx0, tx1, m_fClip[0], m_fClip[2]);
@@ -188,7 +189,7 @@ void CDrawListBuilder::AddQuads(const DrawQuad* quads, size_t count, float x, fl
 
 void CDrawListBuilder::AddPolygon(const float (&corners)[8], uint32_t argb)
 {
-    if (m_clip.right <= m_clip.left || m_clip.bottom <= m_clip.top)
+    if (m_clip.right == m_clip.left || m_clip.bottom == m_clip.top)
         return;
     BindSolid();
     const float u = CDrawAtlasPages::kWhiteCentre / static_cast<float>(m_pPage->width);

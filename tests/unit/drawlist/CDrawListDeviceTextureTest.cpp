@@ -214,6 +214,9 @@ TEST_F(DrawListTextures, HostileDrawsAddNothing)
     for (const auto& test : cases)
         device.DrawTexture(test.texture, test.source, test.x, test.y, test.width, test.height,
                            test.alpha, test.scale);
+    device.PushClip(RectI{100, 0, 200, 10}); // off screen: nothing shows
+    device.DrawTexture(id, RectI{0, 0, 8, 4}, 0, 0, 150, 4, 255, 1.0f);
+    device.PopClip();
     EXPECT_TRUE(List().vertices.empty());
     device.BeginFrame();
     device.DrawTexture(id, RectI{0, 0, 8, 4}, -1000000, -1000000, 2000000, 2000000, 255, 1.0f);

@@ -44,7 +44,6 @@ public:
     void ForgetQuads();
     void Clear();
     size_t GetSize() const { return m_mapIndex.size(); }
-    size_t GetCapacity() const { return m_nCapacity; }
     // Calls answered from the cache, and layouts created.
     uint64_t GetHits() const { return m_nHits; }
     uint64_t GetMisses() const { return m_nMisses; }

@@ -44,15 +44,6 @@ void CDrawListBuilder::Begin(int width, int height, const DrawAtlas& fillPage)
     m_bSolidOnly = true;
 }
 
-void CDrawListBuilder::End()
-{
-    if (!m_list.commands.empty() && m_list.commands.back().indexCount == 0)
-    {
-        m_list.commands.pop_back();
-        m_vecCommandVertex.pop_back();
-    }
-}
-
 void CDrawListBuilder::PushClip(const RectI& clip)
 {
     // An empty intersection stays inside the screen, with no width or no height.
@@ -161,16 +152,24 @@ void CDrawListBuilder::AddRect(int x1, int y1, int x2, int y2, uint32_t argb)
     PushQuad(float(x1), float(y1), float(x2), float(y2), u, v, u, v, argb);
 }
 
-void CDrawListBuilder::AddImage(const DrawAtlas& page, float x0, float y0, float x1, float y1,
-                                float tx0, float ty0, float tx1, float ty1, uint32_t argb)
+inline bool CDrawListBuilder::CutToClip(float& x0, float& y0, float& x1, float& y1, float& tx0,
+                                        float& ty0, float& tx1, float& ty1) const
 {
     if (!(x0 < x1 && y0 < y1) || x1 <= m_fClip[0] || y1 <= m_fClip[1] || x0 >= m_fClip[2] ||
         y0 >= m_fClip[3] || m_clip.right == m_clip.left || m_clip.bottom == m_clip.top)
-        return;
+        return false;
     if (x0 < m_fClip[0] || x1 > m_fClip[2])
         CutSpan(x0, x1, tx0, tx1, m_fClip[0], m_fClip[2]);
     if (y0 < m_fClip[1] || y1 > m_fClip[3])
         CutSpan(y0, y1, ty0, ty1, m_fClip[1], m_fClip[3]);
+    return true;
+}
+
+void CDrawListBuilder::AddImage(const DrawAtlas& page, float x0, float y0, float x1, float y1,
+                                float tx0, float ty0, float tx1, float ty1, uint32_t argb)
+{
+    if (!CutToClip(x0, y0, x1, y1, tx0, ty0, tx1, ty1))
+        return;
     BindPage(page);
     UsePageScale(page);
     Reserve(1);
@@ -178,13 +177,27 @@ void CDrawListBuilder::AddImage(const DrawAtlas& page, float x0, float y0, float
              argb);
 }
 
+// The page is bound again only when it changes from one quad to the next: the clip stays.
 void CDrawListBuilder::AddQuads(const DrawQuad* quads, size_t count, float x, float y,
                                 uint32_t argb, uint32_t colourArgb)
 {
     Reserve(count);
+    const DrawAtlas* bound = nullptr;
     for (const DrawQuad* quad = quads; quad != quads + count; ++quad)
-        AddImage(*quad->page, x + quad->x0, y + quad->y0, x + quad->x1, y + quad->y1, quad->tx0,
-                 quad->ty0, quad->tx1, quad->ty1, quad->colour ? colourArgb : argb);
+    {
+        float x0 = x + quad->x0, y0 = y + quad->y0, x1 = x + quad->x1, y1 = y + quad->y1;
+        float tx0 = quad->tx0, ty0 = quad->ty0, tx1 = quad->tx1, ty1 = quad->ty1;
+        if (!CutToClip(x0, y0, x1, y1, tx0, ty0, tx1, ty1))
+            continue;
+        if (quad->page != bound)
+        {
+            bound = quad->page;
+            BindPage(*bound);
+            UsePageScale(*bound);
+        }
+        PushQuad(x0, y0, x1, y1, tx0 * m_fScaleU, ty0 * m_fScaleV, tx1 * m_fScaleU, ty1 * m_fScaleV,
+                 quad->colour ? colourArgb : argb);
+    }
 }
 
 void CDrawListBuilder::AddPolygon(const float (&corners)[8], uint32_t argb)
@@ -229,16 +242,8 @@ void CDrawListBuilder::OpenCommand(const DrawAtlas& page)
 {
     const uint32_t indexOffset = static_cast<uint32_t>(m_list.indices.size());
     const uint32_t vertexOffset = static_cast<uint32_t>(m_list.vertices.size());
-    if (!m_list.commands.empty() && m_list.commands.back().indexCount == 0)
-    {
-        m_list.commands.back() = DrawCommand{page.id, m_clip, indexOffset, 0};
-        m_vecCommandVertex.back() = vertexOffset;
-    }
-    else
-    {
-        m_list.commands.push_back(DrawCommand{page.id, m_clip, indexOffset, 0});
-        m_vecCommandVertex.push_back(vertexOffset);
-    }
+    m_list.commands.push_back(DrawCommand{page.id, m_clip, indexOffset, 0});
+    m_vecCommandVertex.push_back(vertexOffset);
     m_pPage = &page;
     m_bSolidOnly = true;
 }

@@ -1,8 +1,9 @@
 // Writes one frame's draw list: quads of four vertices and six indices, gathered into commands
-// by atlas and clip rectangle. A quad goes on the open command when that has the same atlas and
-// clip; solid quads sample the white block of whatever atlas the open command uses, so fills
-// never break a run. Axis-aligned quads are cut to the clip rectangle (texture coordinates cut
-// with them), so a quad outside it adds nothing and huge coordinates never reach the list.
+// by atlas and clip rectangle. A command opens only for a quad that is written, so none is ever
+// empty; a quad goes on the open command when that has the same atlas and clip; solid quads sample
+// the white block of whatever atlas the open command uses, so fills never break a run. Axis-aligned
+// quads are cut to the clip rectangle (texture coordinates cut with them), so a quad outside it
+// adds nothing and huge coordinates never reach the list.
 #pragma once
 
 #include "QzDrawList.h"
@@ -30,8 +31,6 @@ public:
     // Empties the list (keeping its storage) for a screen of width x height pixels; solid quads
     // use `fillPage` until a textured quad binds another page.
     void Begin(int width, int height, const DrawAtlas& fillPage);
-    // Drops a command left without indices.
-    void End();
 
     // The clip rectangle becomes `clip` intersected with the current one, until PopClip.
     void PushClip(const RectI& clip);
@@ -58,6 +57,9 @@ public:
     const DrawList& GetList() const { return m_list; }
 
 private:
+    // Cuts an axis-aligned quad and its texel rectangle to the clip; false when nothing is left.
+    bool CutToClip(float& x0, float& y0, float& x1, float& y1, float& tx0, float& ty0, float& tx1,
+                   float& ty1) const;
     void BindSolid();
     void BindPage(const DrawAtlas& page);
     void OpenCommand(const DrawAtlas& page);

@@ -168,10 +168,8 @@ void CDrawListDevice::BeginFrame()
     impl.builder.Begin(impl.nWidth, impl.nHeight, *impl.pFillPage);
 }
 
-void CDrawListDevice::EndFrame()
-{
-    m_pImpl->builder.End();
-}
+// Every command is complete as it is written: nothing is left to close.
+void CDrawListDevice::EndFrame() {}
 
 void CDrawListDevice::FillRect(int x1, int y1, int x2, int y2, uint32_t argb)
 {

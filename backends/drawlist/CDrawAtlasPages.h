@@ -32,7 +32,6 @@ public:
     // Makes the page larger; existing texels keep their texel coordinates.
     void Grow(DrawAtlas& page, int width, int height);
     void Remove(const DrawAtlas* page);
-    void Clear() { m_vecPages.clear(); }
 
     size_t GetCount() const { return m_vecPages.size(); }
     const DrawAtlas& Get(size_t index) const { return *m_vecPages[index]; }

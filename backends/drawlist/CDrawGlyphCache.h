@@ -49,8 +49,6 @@ public:
     // Forgets every glyph and gives the pages back.
     void Clear();
     bool IsOverBudget() const { return m_allocator.GetPageCount() > kPageBudget; }
-    size_t GetGlyphCount() const { return m_mapGlyphs.size(); }
-    size_t GetPageCount() const { return m_allocator.GetPageCount(); }
 
 private:
     uint64_t KeyOf(PangoFont* font, PangoGlyph glyph);

@@ -6,7 +6,6 @@
 #include "CDrawAtlasAllocator.h"
 #include "platform/render/IRenderDevice.h"
 
-#include <cstddef>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -49,8 +48,6 @@ public:
 
     // Forgets every image and failed path and gives the pages back. Ids are never reused.
     void Clear();
-    size_t GetImageCount() const { return m_vecImages.size(); }
-    size_t GetPageCount() const { return m_allocator.GetPageCount(); }
 
 private:
     TextureId Decode(const std::string& path);

@@ -44,20 +44,12 @@ void CDrawListBuilder::Begin(int width, int height, const DrawAtlas& fillPage)
     m_bSolidOnly = true;
 }
 
-void CDrawListBuilder::End()
-{
-    if (!m_list.commands.empty() && m_list.commands.back().indexCount == 0)
-    {
-        m_list.commands.pop_back();
-        m_vecCommandVertex.pop_back();
-    }
-}
-
 void CDrawListBuilder::PushClip(const RectI& clip)
 {
+    // An empty intersection stays inside the screen, with no width or no height.
     RectI next;
-    next.left = std::max(clip.left, m_clip.left);
-    next.top = std::max(clip.top, m_clip.top);
+    next.left = std::min(std::max(clip.left, m_clip.left), m_clip.right);
+    next.top = std::min(std::max(clip.top, m_clip.top), m_clip.bottom);
     next.right = std::max(std::min(clip.right, m_clip.right), next.left);
     next.bottom = std::max(std::min(clip.bottom, m_clip.bottom), next.top);
     m_vecClips.push_back(next);
@@ -81,6 +73,71 @@ void CDrawListBuilder::SetClip(const RectI& clip)
     m_fClip[3] = static_cast<float>(clip.bottom);
 }
 
+inline bool CDrawListBuilder::CanExtend(const DrawAtlas& page) const
+{
+    return !m_list.commands.empty() && m_list.commands.back().atlas == page.id &&
+           SameRect(m_list.commands.back().clip, m_clip);
+}
+
+inline void CDrawListBuilder::BindPage(const DrawAtlas& page)
+{
+    if (!CanExtend(page))
+    {
+        if (m_bSolidOnly && !m_list.commands.empty() &&
+            SameRect(m_list.commands.back().clip, m_clip))
+            Retarget(page);
+        else
+            OpenCommand(page);
+    }
+    m_bSolidOnly = false;
+}
+
+inline void CDrawListBuilder::PushIndices(uint32_t base)
+{
+    std::vector<uint32_t>& indices = m_list.indices;
+    indices.push_back(base);
+    indices.push_back(base + 1);
+    indices.push_back(base + 2);
+    indices.push_back(base);
+    indices.push_back(base + 2);
+    indices.push_back(base + 3);
+    m_list.commands.back().indexCount += 6;
+}
+
+inline void CDrawListBuilder::PushQuad(float x0, float y0, float x1, float y1, float u0, float v0,
+                                       float u1, float v1, uint32_t argb)
+{
+    const uint32_t base = static_cast<uint32_t>(m_list.vertices.size());
+    m_list.vertices.push_back(DrawVertex{x0, y0, u0, v0, argb});
+    m_list.vertices.push_back(DrawVertex{x1, y0, u1, v0, argb});
+    m_list.vertices.push_back(DrawVertex{x1, y1, u1, v1, argb});
+    m_list.vertices.push_back(DrawVertex{x0, y1, u0, v1, argb});
+    PushIndices(base);
+}
+
+// Room for that many more quads, growing the storage by doubling so that a frame of many small
+// calls does not reallocate at each.
+inline void CDrawListBuilder::Reserve(size_t quads)
+{
+    std::vector<DrawVertex>& vertices = m_list.vertices;
+    if (vertices.capacity() - vertices.size() < quads * 4)
+        vertices.reserve(std::max(vertices.capacity() * 2, vertices.size() + quads * 4));
+    std::vector<uint32_t>& indices = m_list.indices;
+    if (indices.capacity() - indices.size() < quads * 6)
+        indices.reserve(std::max(indices.capacity() * 2, indices.size() + quads * 6));
+}
+
+inline void CDrawListBuilder::UsePageScale(const DrawAtlas& page)
+{
+    if (&page == m_pScalePage && page.width == m_nScaleWidth && page.height == m_nScaleHeight)
+        return;
+    m_pScalePage = &page;
+    m_nScaleWidth = page.width;
+    m_nScaleHeight = page.height;
+    m_fScaleU = 1.0f / static_cast<float>(page.width);
+    m_fScaleV = 1.0f / static_cast<float>(page.height);
+}
+
 void CDrawListBuilder::AddRect(int x1, int y1, int x2, int y2, uint32_t argb)
 {
     x1 = std::max(x1, m_clip.left);
@@ -95,25 +152,57 @@ void CDrawListBuilder::AddRect(int x1, int y1, int x2, int y2, uint32_t argb)
     PushQuad(float(x1), float(y1), float(x2), float(y2), u, v, u, v, argb);
 }
 
-void CDrawListBuilder::AddImage(const DrawAtlas& page, float x0, float y0, float x1, float y1,
-                                float tx0, float ty0, float tx1, float ty1, uint32_t argb)
+inline bool CDrawListBuilder::CutToClip(float& x0, float& y0, float& x1, float& y1, float& tx0,
+                                        float& ty0, float& tx1, float& ty1) const
 {
     if (!(x0 < x1 && y0 < y1) || x1 <= m_fClip[0] || y1 <= m_fClip[1] || x0 >= m_fClip[2] ||
-        y0 >= m_fClip[3])
-        return;
+        y0 >= m_fClip[3] || m_clip.right == m_clip.left || m_clip.bottom == m_clip.top)
+        return false;
     if (x0 < m_fClip[0] || x1 > m_fClip[2])
         CutSpan(x0, x1, tx0, tx1, m_fClip[0], m_fClip[2]);
     if (y0 < m_fClip[1] || y1 > m_fClip[3])
         CutSpan(y0, y1, ty0, ty1, m_fClip[1], m_fClip[3]);
+    return true;
+}
+
+void CDrawListBuilder::AddImage(const DrawAtlas& page, float x0, float y0, float x1, float y1,
+                                float tx0, float ty0, float tx1, float ty1, uint32_t argb)
+{
+    if (!CutToClip(x0, y0, x1, y1, tx0, ty0, tx1, ty1))
+        return;
     BindPage(page);
-    const float scaleU = 1.0f / static_cast<float>(page.width);
-    const float scaleV = 1.0f / static_cast<float>(page.height);
-    PushQuad(x0, y0, x1, y1, tx0 * scaleU, ty0 * scaleV, tx1 * scaleU, ty1 * scaleV, argb);
+    UsePageScale(page);
+    Reserve(1);
+    PushQuad(x0, y0, x1, y1, tx0 * m_fScaleU, ty0 * m_fScaleV, tx1 * m_fScaleU, ty1 * m_fScaleV,
+             argb);
+}
+
+// The page is bound again only when it changes from one quad to the next: the clip stays.
+void CDrawListBuilder::AddQuads(const DrawQuad* quads, size_t count, float x, float y,
+                                uint32_t argb, uint32_t colourArgb)
+{
+    Reserve(count);
+    const DrawAtlas* bound = nullptr;
+    for (const DrawQuad* quad = quads; quad != quads + count; ++quad)
+    {
+        float x0 = x + quad->x0, y0 = y + quad->y0, x1 = x + quad->x1, y1 = y + quad->y1;
+        float tx0 = quad->tx0, ty0 = quad->ty0, tx1 = quad->tx1, ty1 = quad->ty1;
+        if (!CutToClip(x0, y0, x1, y1, tx0, ty0, tx1, ty1))
+            continue;
+        if (quad->page != bound)
+        {
+            bound = quad->page;
+            BindPage(*bound);
+            UsePageScale(*bound);
+        }
+        PushQuad(x0, y0, x1, y1, tx0 * m_fScaleU, ty0 * m_fScaleV, tx1 * m_fScaleU, ty1 * m_fScaleV,
+                 quad->colour ? colourArgb : argb);
+    }
 }
 
 void CDrawListBuilder::AddPolygon(const float (&corners)[8], uint32_t argb)
 {
-    if (m_clip.right <= m_clip.left || m_clip.bottom <= m_clip.top)
+    if (m_clip.right == m_clip.left || m_clip.bottom == m_clip.top)
         return;
     BindSolid();
     const float u = CDrawAtlasPages::kWhiteCentre / static_cast<float>(m_pPage->width);
@@ -143,45 +232,18 @@ void CDrawListBuilder::OnPageGrown(const DrawAtlas& page, int oldWidth, int oldH
     }
 }
 
-bool CDrawListBuilder::CanExtend(const DrawAtlas& page) const
-{
-    return !m_list.commands.empty() && m_list.commands.back().atlas == page.id &&
-           SameRect(m_list.commands.back().clip, m_clip);
-}
-
 void CDrawListBuilder::BindSolid()
 {
     if (m_list.commands.empty() || !SameRect(m_list.commands.back().clip, m_clip))
         OpenCommand(*m_pPage);
 }
 
-void CDrawListBuilder::BindPage(const DrawAtlas& page)
-{
-    if (!CanExtend(page))
-    {
-        if (m_bSolidOnly && !m_list.commands.empty() &&
-            SameRect(m_list.commands.back().clip, m_clip))
-            Retarget(page);
-        else
-            OpenCommand(page);
-    }
-    m_bSolidOnly = false;
-}
-
 void CDrawListBuilder::OpenCommand(const DrawAtlas& page)
 {
     const uint32_t indexOffset = static_cast<uint32_t>(m_list.indices.size());
     const uint32_t vertexOffset = static_cast<uint32_t>(m_list.vertices.size());
-    if (!m_list.commands.empty() && m_list.commands.back().indexCount == 0)
-    {
-        m_list.commands.back() = DrawCommand{page.id, m_clip, indexOffset, 0};
-        m_vecCommandVertex.back() = vertexOffset;
-    }
-    else
-    {
-        m_list.commands.push_back(DrawCommand{page.id, m_clip, indexOffset, 0});
-        m_vecCommandVertex.push_back(vertexOffset);
-    }
+    m_list.commands.push_back(DrawCommand{page.id, m_clip, indexOffset, 0});
+    m_vecCommandVertex.push_back(vertexOffset);
     m_pPage = &page;
     m_bSolidOnly = true;
 }
@@ -199,24 +261,6 @@ void CDrawListBuilder::Retarget(const DrawAtlas& page)
     }
     m_list.commands.back().atlas = page.id;
     m_pPage = &page;
-}
-
-void CDrawListBuilder::PushQuad(float x0, float y0, float x1, float y1, float u0, float v0,
-                                float u1, float v1, uint32_t argb)
-{
-    const uint32_t base = static_cast<uint32_t>(m_list.vertices.size());
-    m_list.vertices.push_back(DrawVertex{x0, y0, u0, v0, argb});
-    m_list.vertices.push_back(DrawVertex{x1, y0, u1, v0, argb});
-    m_list.vertices.push_back(DrawVertex{x1, y1, u1, v1, argb});
-    m_list.vertices.push_back(DrawVertex{x0, y1, u0, v1, argb});
-    PushIndices(base);
-}
-
-void CDrawListBuilder::PushIndices(uint32_t base)
-{
-    const uint32_t quad[6] = {base, base + 1, base + 2, base, base + 2, base + 3};
-    m_list.indices.insert(m_list.indices.end(), quad, quad + 6);
-    m_list.commands.back().indexCount += 6;
 }
 
 } // namespace QzPlatform

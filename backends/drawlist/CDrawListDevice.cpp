@@ -97,7 +97,7 @@ public:
     }
 
     void AddDiagonal(int x1, int y1, int x2, int y2, uint32_t argb);
-    void AddText(int x, int y, const std::vector<DrawTextQuad>& quads, uint32_t argb);
+    void AddText(int x, int y, const std::vector<DrawQuad>& quads, uint32_t argb);
 
     int nWidth;
     int nHeight;
@@ -132,15 +132,10 @@ void CDrawListDevice::Impl::AddDiagonal(int x1, int y1, int x2, int y2, uint32_t
     builder.AddPolygon(corners, argb);
 }
 
-void CDrawListDevice::Impl::AddText(int x, int y, const std::vector<DrawTextQuad>& quads,
-                                    uint32_t argb)
+void CDrawListDevice::Impl::AddText(int x, int y, const std::vector<DrawQuad>& quads, uint32_t argb)
 {
-    const float left = static_cast<float>(x);
-    const float top = static_cast<float>(y);
-    const uint32_t tint = argb | 0x00FFFFFFu;
-    for (const DrawTextQuad& quad : quads)
-        builder.AddImage(*quad.page, left + quad.x0, top + quad.y0, left + quad.x1, top + quad.y1,
-                         quad.tx0, quad.ty0, quad.tx1, quad.ty1, quad.colour ? tint : argb);
+    builder.AddQuads(quads.data(), quads.size(), static_cast<float>(x), static_cast<float>(y), argb,
+                     argb | 0x00FFFFFFu);
 }
 
 CDrawListDevice::CDrawListDevice(int width, int height)
@@ -173,10 +168,8 @@ void CDrawListDevice::BeginFrame()
     impl.builder.Begin(impl.nWidth, impl.nHeight, *impl.pFillPage);
 }
 
-void CDrawListDevice::EndFrame()
-{
-    m_pImpl->builder.End();
-}
+// Every command is complete as it is written: nothing is left to close.
+void CDrawListDevice::EndFrame() {}
 
 void CDrawListDevice::FillRect(int x1, int y1, int x2, int y2, uint32_t argb)
 {
@@ -253,8 +246,10 @@ void CDrawListDevice::DrawTexture(TextureId texture, const RectI& source, int x,
     const int64_t bottom = std::min<int64_t>(source.bottom, image->height);
     if (sourceWidth <= 0 || sourceHeight <= 0 || right <= left || bottom <= top)
         return;
-    const double scaleX = double(width) / double(sourceWidth) * scale;
-    const double scaleY = double(height) / double(sourceHeight) * scale;
+    // Most sprites are drawn at their size: no division then.
+    const bool exact = width == sourceWidth && height == sourceHeight && scale == 1.0f;
+    const double scaleX = exact ? 1.0 : double(width) / double(sourceWidth) * scale;
+    const double scaleY = exact ? 1.0 : double(height) / double(sourceHeight) * scale;
     if (!IsUsableScale(scaleX) || !IsUsableScale(scaleY))
         return;
     m_pImpl->builder.AddImage(*image->page, float(x + double(left - source.left) * scaleX),
@@ -273,7 +268,7 @@ void CDrawListDevice::DrawText(int x, int y, const std::string& utf8, const Font
     const bool shadow = !IsInvisible(shadowArgb);
     if (utf8.empty() || (IsInvisible(argb) && !shadow))
         return;
-    const std::vector<DrawTextQuad>& quads = m_pImpl->text.GetQuads(utf8, font);
+    const std::vector<DrawQuad>& quads = m_pImpl->text.GetQuads(utf8, font);
     if (shadow)
         m_pImpl->AddText(x + 1, y + 1, quads, shadowArgb);
     if (!IsInvisible(argb))

@@ -73,8 +73,7 @@ SizeI CDrawTextCache::Measure(const std::string& utf8, const FontSpec& font)
     return entry.extent;
 }
 
-const std::vector<DrawTextQuad>& CDrawTextCache::GetQuads(const std::string& utf8,
-                                                          const FontSpec& font)
+const std::vector<DrawQuad>& CDrawTextCache::GetQuads(const std::string& utf8, const FontSpec& font)
 {
     Entry& entry = Acquire(utf8, font);
     if (!entry.hasQuads)
@@ -224,10 +223,10 @@ void CDrawTextCache::BuildQuads(Entry& entry, PangoLayout* layout)
                 continue;
             const float x0 = float(originX + glyph->left);
             const float y0 = float(originY + glyph->top);
-            entry.quads.push_back(DrawTextQuad{glyph->page, x0, y0, x0 + float(glyph->width),
-                                               y0 + float(glyph->height), float(glyph->x),
-                                               float(glyph->y), float(glyph->x + glyph->width),
-                                               float(glyph->y + glyph->height), glyph->colour});
+            entry.quads.push_back(DrawQuad{glyph->page, x0, y0, x0 + float(glyph->width),
+                                           y0 + float(glyph->height), float(glyph->x),
+                                           float(glyph->y), float(glyph->x + glyph->width),
+                                           float(glyph->y + glyph->height), glyph->colour});
         }
     } while (pango_layout_iter_next_run(iter));
     pango_layout_iter_free(iter);

@@ -6,6 +6,7 @@
 #pragma once
 
 #include "CDrawGlyphCache.h"
+#include "CDrawListBuilder.h"
 #include "platform/render/IRenderDevice.h"
 
 #include <cstddef>
@@ -19,16 +20,6 @@ typedef struct _PangoLayout PangoLayout;
 
 namespace QzPlatform
 {
-
-// One glyph of laid-out text: pixels [x0, x1) x [y0, y1) from the text's top-left, showing the
-// texels [tx0, tx1) x [ty0, ty1) of the page.
-struct DrawTextQuad
-{
-    const DrawAtlas* page;
-    float x0, y0, x1, y1;
-    float tx0, ty0, tx1, ty1;
-    bool colour;
-};
 
 class CDrawTextCache
 {
@@ -47,13 +38,12 @@ public:
     SizeI Measure(const std::string& utf8, const FontSpec& font);
     // The glyph quads of the text, rasterising glyphs not seen before. Valid until the next
     // call of the cache.
-    const std::vector<DrawTextQuad>& GetQuads(const std::string& utf8, const FontSpec& font);
+    const std::vector<DrawQuad>& GetQuads(const std::string& utf8, const FontSpec& font);
 
     // Drops the glyph quads (the glyph pages are starting again) but keeps the sizes.
     void ForgetQuads();
     void Clear();
     size_t GetSize() const { return m_mapIndex.size(); }
-    size_t GetCapacity() const { return m_nCapacity; }
     // Calls answered from the cache, and layouts created.
     uint64_t GetHits() const { return m_nHits; }
     uint64_t GetMisses() const { return m_nMisses; }
@@ -70,7 +60,7 @@ private:
         SizeI extent;
         bool measured = false;
         bool hasQuads = false;
-        std::vector<DrawTextQuad> quads;
+        std::vector<DrawQuad> quads;
         uint32_t newer = kNone;
         uint32_t older = kNone;
     };

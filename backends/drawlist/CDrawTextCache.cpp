@@ -46,6 +46,16 @@ const std::string& DefaultFace()
     return face;
 }
 
+const std::string& FaceOf(const FontSpec& font)
+{
+    return font.face.empty() ? DefaultFace() : font.face;
+}
+
+int SizeOf(const FontSpec& font)
+{
+    return std::min(std::max(font.size, 1), CDrawTextCache::kMaxFontSize);
+}
+
 size_t HashKey(const std::string& text, const std::string& face, int size)
 {
     const size_t hash = std::hash<std::string>()(text);
@@ -56,7 +66,8 @@ size_t HashKey(const std::string& text, const std::string& face, int size)
 } // namespace
 
 CDrawTextCache::CDrawTextCache(CDrawGlyphCache& glyphs, size_t capacity)
-    : m_glyphs(glyphs), m_nCapacity(std::max<size_t>(capacity, 1)), m_pContext(CreateContext())
+    : m_glyphs(glyphs), m_nCapacity(std::max<size_t>(capacity, 1)), m_pContext(CreateContext()),
+      m_ascii(m_pContext, glyphs)
 {
 }
 
@@ -67,6 +78,9 @@ CDrawTextCache::~CDrawTextCache()
 
 SizeI CDrawTextCache::Measure(const std::string& utf8, const FontSpec& font)
 {
+    SizeI extent;
+    if (CDrawAsciiLayout::Takes(utf8) && m_ascii.Measure(utf8, FaceOf(font), SizeOf(font), extent))
+        return extent;
     Entry& entry = Acquire(utf8, font);
     if (!entry.measured)
         g_object_unref(CreateLayout(entry));
@@ -75,6 +89,9 @@ SizeI CDrawTextCache::Measure(const std::string& utf8, const FontSpec& font)
 
 const std::vector<DrawQuad>& CDrawTextCache::GetQuads(const std::string& utf8, const FontSpec& font)
 {
+    if (CDrawAsciiLayout::Takes(utf8) &&
+        m_ascii.BuildQuads(utf8, FaceOf(font), SizeOf(font), m_vecAsciiQuads))
+        return m_vecAsciiQuads;
     Entry& entry = Acquire(utf8, font);
     if (!entry.hasQuads)
     {
@@ -87,8 +104,8 @@ const std::vector<DrawQuad>& CDrawTextCache::GetQuads(const std::string& utf8, c
 
 CDrawTextCache::Entry& CDrawTextCache::Acquire(const std::string& utf8, const FontSpec& font)
 {
-    const std::string& face = font.face.empty() ? DefaultFace() : font.face;
-    const int size = std::min(std::max(font.size, 1), kMaxFontSize);
+    const std::string& face = FaceOf(font);
+    const int size = SizeOf(font);
     const size_t hash = HashKey(utf8, face, size);
     uint32_t index = Find(hash, utf8, face, size);
     if (index != kNone)
@@ -234,6 +251,7 @@ void CDrawTextCache::BuildQuads(Entry& entry, PangoLayout* layout)
 
 void CDrawTextCache::ForgetQuads()
 {
+    m_ascii.ForgetGlyphs();
     for (Entry& entry : m_vecEntries)
     {
         entry.hasQuads = false;
@@ -243,6 +261,7 @@ void CDrawTextCache::ForgetQuads()
 
 void CDrawTextCache::Clear()
 {
+    m_ascii.Clear();
     m_vecEntries.clear();
     m_mapIndex.clear();
     m_nNewest = kNone;

@@ -5,6 +5,7 @@
 // fontconfig font map, grey antialiasing, absolute pixel sizes), so sizes agree with it.
 #pragma once
 
+#include "CDrawAsciiLayout.h"
 #include "CDrawGlyphCache.h"
 #include "CDrawListBuilder.h"
 #include "platform/render/IRenderDevice.h"
@@ -76,6 +77,9 @@ private:
     CDrawGlyphCache& m_glyphs;
     size_t m_nCapacity;
     PangoContext* m_pContext = nullptr;
+    // One line of printable ASCII goes this way, without an entry of its own.
+    CDrawAsciiLayout m_ascii;
+    std::vector<DrawQuad> m_vecAsciiQuads;
     std::vector<Entry> m_vecEntries;
     std::unordered_multimap<size_t, uint32_t> m_mapIndex; // hash of the key -> entry
     uint32_t m_nNewest = kNone;

@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <climits>
+#include <random>
 #include <string>
 #include <vector>
 
@@ -225,20 +226,49 @@ TEST_F(DrawListText, GlyphPagesPastTheBudgetStartAgainAtTheNextFrame)
     EXPECT_NE(nullptr, device.FindAtlas(list.commands[0].atlas));
 }
 
+// Texts other than one line of printable ASCII are kept as layouts (here: two lines each).
 TEST(DrawTextCache, KeepsTheMostRecentlyUsedLayouts)
 {
     QzPlatform::CDrawAtlasPages pages;
     QzPlatform::CDrawGlyphCache glyphs(pages);
     QzPlatform::CDrawTextCache cache(glyphs, 2);
-    const QzPlatform::SizeI one = cache.Measure("one", kFont);
-    cache.Measure("two", kFont);
-    cache.Measure("one", kFont);
-    cache.Measure("three", kFont); // evicts "two"
+    const QzPlatform::SizeI one = cache.Measure("o\nne", kFont);
+    cache.Measure("t\nwo", kFont);
+    cache.Measure("o\nne", kFont);
+    cache.Measure("th\nree", kFont); // evicts "two"
     EXPECT_EQ(2u, cache.GetSize());
     EXPECT_EQ(3u, cache.GetMisses());
-    EXPECT_EQ(one.cx, cache.Measure("one", FontSpec{"Sans", 16}).cx);
+    EXPECT_EQ(one.cx, cache.Measure("o\nne", FontSpec{"Sans", 16}).cx);
     EXPECT_EQ(2u, cache.GetHits());
-    cache.Measure("two", kFont);
+    cache.Measure("t\nwo", kFont);
     EXPECT_EQ(4u, cache.GetMisses());
-    EXPECT_EQ(3u, cache.GetQuads("one", kFont).size());
+    EXPECT_EQ(3u, cache.GetQuads("o\nne", kFont).size());
+    cache.Measure("plain ASCII", kFont);
+    EXPECT_EQ(4u, cache.GetMisses());
+}
+
+// The pair-by-pair layout of ASCII agrees with pango's layout of the whole text, kerned pairs
+// and spaces included.
+TEST(DrawTextCache, LaysOutAsciiAsPangoDoes)
+{
+    QzPlatform::CCairoDevice cairo(64, 64);
+    QzPlatform::CDrawListDevice device(64, 64);
+    std::mt19937 random(7);
+    std::uniform_int_distribution<int> printable(0x20, 0x7E);
+    for (int size : {9, 12, 16, 23})
+    {
+        for (int n = 0; n < 200; ++n)
+        {
+            std::string text(1 + n % 17, ' ');
+            for (char& c : text)
+                c = static_cast<char>(printable(random));
+            const FontSpec font{n % 2 ? "Serif" : "", size};
+            const QzPlatform::SizeI ours = device.MeasureText(text, font);
+            const QzPlatform::SizeI theirs = cairo.MeasureText(text, font);
+            ASSERT_EQ(theirs.cx, ours.cx) << text << " at " << size;
+            ASSERT_EQ(theirs.cy, ours.cy) << text << " at " << size;
+        }
+    }
+    for (const char* kerned : {"AVATAR To", "Te Yo LT", "WAVE fi fl"})
+        EXPECT_EQ(cairo.MeasureText(kerned, kFont).cx, device.MeasureText(kerned, kFont).cx);
 }

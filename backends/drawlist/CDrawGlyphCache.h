@@ -1,0 +1,62 @@
+// Glyphs of the draw-list device, each rasterised once per font into the glyph atlas pages as
+// white texels whose alpha is the coverage (colour glyphs keep their colours). The pages are
+// bounded: past the budget the device starts them again between frames, and within one frame
+// they never pass a hard limit.
+#pragma once
+
+#include "CDrawAtlasAllocator.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <unordered_map>
+#include <vector>
+
+typedef struct _PangoFont PangoFont;
+typedef uint32_t PangoGlyph;
+
+namespace QzPlatform
+{
+
+// A glyph's bitmap: where it lies on its page (null page: the glyph shows nothing) and where its
+// top-left lies from the glyph's origin on the baseline, in pixels.
+struct DrawGlyph
+{
+    const DrawAtlas* page = nullptr;
+    int x = 0;
+    int y = 0;
+    int width = 0;
+    int height = 0;
+    int left = 0;
+    int top = 0;
+    bool colour = false; // the texels carry the glyph's own colours
+};
+
+class CDrawGlyphCache
+{
+public:
+    static constexpr int kPageStartSide = 512;
+    static constexpr int kPageMaxSide = 2048;
+    static constexpr size_t kPageBudget = 2; // pages kept from one frame to the next
+    static constexpr size_t kMaxPages = 8;   // pages one frame may fill
+
+    explicit CDrawGlyphCache(CDrawAtlasPages& pages);
+    ~CDrawGlyphCache();
+    CDrawGlyphCache(const CDrawGlyphCache&) = delete;
+    CDrawGlyphCache& operator=(const CDrawGlyphCache&) = delete;
+
+    // The glyph of the font, rasterised on first use; null when the pages are full.
+    const DrawGlyph* Get(PangoFont* font, PangoGlyph glyph);
+    // Forgets every glyph and gives the pages back.
+    void Clear();
+    bool IsOverBudget() const { return m_allocator.GetPageCount() > kPageBudget; }
+
+private:
+    uint64_t KeyOf(PangoFont* font, PangoGlyph glyph);
+    bool Rasterise(PangoFont* font, PangoGlyph glyph, DrawGlyph& result);
+
+    CDrawAtlasAllocator m_allocator;
+    std::unordered_map<PangoFont*, uint32_t> m_mapFonts; // a reference held on each
+    std::unordered_map<uint64_t, DrawGlyph> m_mapGlyphs; // by font index and glyph
+};
+
+} // namespace QzPlatform

@@ -1,0 +1,252 @@
+#include "CDrawTextCache.h"
+
+#include <pango/pangocairo.h>
+
+#include <algorithm>
+#include <functional>
+
+namespace QzPlatform
+{
+
+const char* const CDrawTextCache::kDefaultFace = "Sans";
+
+namespace
+{
+
+// Pango takes valid UTF-8 only: the text is cut at its first NUL and every invalid sequence
+// becomes U+FFFD.
+std::string ValidUtf8(const std::string& text)
+{
+    const std::string cut = text.substr(0, text.find('\0'));
+    if (g_utf8_validate(cut.data(), static_cast<gssize>(cut.size()), nullptr))
+        return cut;
+    gchar* valid = g_utf8_make_valid(cut.data(), static_cast<gssize>(cut.size()));
+    std::string result(valid);
+    g_free(valid);
+    return result;
+}
+
+// The context the cairo device's text cache makes: fontconfig fonts through a cairo font map,
+// grey antialiasing whatever the desktop prefers.
+PangoContext* CreateContext()
+{
+    PangoFontMap* fontMap = pango_cairo_font_map_new();
+    PangoContext* context = pango_font_map_create_context(fontMap);
+    g_object_unref(fontMap);
+    cairo_font_options_t* options = cairo_font_options_create();
+    cairo_font_options_set_antialias(options, CAIRO_ANTIALIAS_GRAY);
+    pango_cairo_context_set_font_options(context, options);
+    cairo_font_options_destroy(options);
+    return context;
+}
+
+const std::string& DefaultFace()
+{
+    static const std::string face(CDrawTextCache::kDefaultFace);
+    return face;
+}
+
+size_t HashKey(const std::string& text, const std::string& face, int size)
+{
+    const size_t hash = std::hash<std::string>()(text);
+    return hash ^ (std::hash<std::string>()(face) * 31 + static_cast<size_t>(size) + 0x9e3779b9u +
+                   (hash << 6));
+}
+
+} // namespace
+
+CDrawTextCache::CDrawTextCache(CDrawGlyphCache& glyphs, size_t capacity)
+    : m_glyphs(glyphs), m_nCapacity(std::max<size_t>(capacity, 1)), m_pContext(CreateContext())
+{
+}
+
+CDrawTextCache::~CDrawTextCache()
+{
+    g_object_unref(m_pContext);
+}
+
+SizeI CDrawTextCache::Measure(const std::string& utf8, const FontSpec& font)
+{
+    Entry& entry = Acquire(utf8, font);
+    if (!entry.measured)
+        g_object_unref(CreateLayout(entry));
+    return entry.extent;
+}
+
+const std::vector<DrawQuad>& CDrawTextCache::GetQuads(const std::string& utf8, const FontSpec& font)
+{
+    Entry& entry = Acquire(utf8, font);
+    if (!entry.hasQuads)
+    {
+        PangoLayout* layout = CreateLayout(entry);
+        BuildQuads(entry, layout);
+        g_object_unref(layout);
+    }
+    return entry.quads;
+}
+
+CDrawTextCache::Entry& CDrawTextCache::Acquire(const std::string& utf8, const FontSpec& font)
+{
+    const std::string& face = font.face.empty() ? DefaultFace() : font.face;
+    const int size = std::min(std::max(font.size, 1), kMaxFontSize);
+    const size_t hash = HashKey(utf8, face, size);
+    uint32_t index = Find(hash, utf8, face, size);
+    if (index != kNone)
+    {
+        ++m_nHits;
+        Unlink(index);
+        PushNewest(index);
+        return m_vecEntries[index];
+    }
+    ++m_nMisses;
+    index = TakeSlot();
+    Entry& entry = m_vecEntries[index];
+    entry.hash = hash;
+    entry.text.assign(utf8);
+    entry.face.assign(face);
+    entry.size = size;
+    entry.measured = false;
+    entry.hasQuads = false;
+    entry.quads.clear();
+    m_mapIndex.emplace(hash, index);
+    PushNewest(index);
+    return entry;
+}
+
+uint32_t CDrawTextCache::Find(size_t hash, const std::string& text, const std::string& face,
+                              int size) const
+{
+    const auto range = m_mapIndex.equal_range(hash);
+    for (auto it = range.first; it != range.second; ++it)
+    {
+        const Entry& entry = m_vecEntries[it->second];
+        if (entry.size == size && entry.text == text && entry.face == face)
+            return it->second;
+    }
+    return kNone;
+}
+
+// A free entry: a new one while the cache is below its capacity, else the least recently used,
+// whose storage is reused.
+uint32_t CDrawTextCache::TakeSlot()
+{
+    if (m_vecEntries.size() < m_nCapacity)
+    {
+        m_vecEntries.emplace_back();
+        return static_cast<uint32_t>(m_vecEntries.size() - 1);
+    }
+    const uint32_t index = m_nOldest;
+    const auto range = m_mapIndex.equal_range(m_vecEntries[index].hash);
+    for (auto it = range.first; it != range.second; ++it)
+    {
+        if (it->second == index)
+        {
+            m_mapIndex.erase(it);
+            break;
+        }
+    }
+    Unlink(index);
+    return index;
+}
+
+void CDrawTextCache::Unlink(uint32_t index)
+{
+    Entry& entry = m_vecEntries[index];
+    if (entry.newer != kNone)
+        m_vecEntries[entry.newer].older = entry.older;
+    else
+        m_nNewest = entry.older;
+    if (entry.older != kNone)
+        m_vecEntries[entry.older].newer = entry.newer;
+    else
+        m_nOldest = entry.newer;
+    entry.newer = kNone;
+    entry.older = kNone;
+}
+
+void CDrawTextCache::PushNewest(uint32_t index)
+{
+    Entry& entry = m_vecEntries[index];
+    entry.older = m_nNewest;
+    entry.newer = kNone;
+    if (m_nNewest != kNone)
+        m_vecEntries[m_nNewest].newer = index;
+    m_nNewest = index;
+    if (m_nOldest == kNone)
+        m_nOldest = index;
+}
+
+PangoLayout* CDrawTextCache::CreateLayout(Entry& entry) const
+{
+    PangoFontDescription* description = pango_font_description_new();
+    pango_font_description_set_family(description, entry.face.c_str());
+    pango_font_description_set_absolute_size(description, entry.size * PANGO_SCALE);
+
+    PangoLayout* layout = pango_layout_new(m_pContext);
+    pango_layout_set_font_description(layout, description);
+    pango_font_description_free(description);
+    const std::string text = ValidUtf8(entry.text);
+    pango_layout_set_text(layout, text.data(), static_cast<int>(text.size()));
+    pango_layout_get_pixel_size(layout, &entry.extent.cx, &entry.extent.cy);
+    entry.measured = true;
+    return layout;
+}
+
+// Walks the glyphs as pango's renderer places them: each run starts at its logical left edge,
+// each glyph at the pen plus its offset, on the line's baseline. A glyph the full atlas cannot
+// take is left out, and the quads are made again on the next call.
+void CDrawTextCache::BuildQuads(Entry& entry, PangoLayout* layout)
+{
+    entry.quads.clear();
+    entry.hasQuads = true;
+    PangoLayoutIter* iter = pango_layout_get_iter(layout);
+    do
+    {
+        PangoLayoutRun* run = pango_layout_iter_get_run_readonly(iter);
+        if (run == nullptr || run->item->analysis.font == nullptr)
+            continue;
+        PangoRectangle logical = {};
+        pango_layout_iter_get_run_extents(iter, nullptr, &logical);
+        const int baseline = pango_layout_iter_get_baseline(iter);
+        int pen = logical.x;
+        for (int i = 0; i < run->glyphs->num_glyphs; ++i)
+        {
+            const PangoGlyphInfo& info = run->glyphs->glyphs[i];
+            const int originX = PANGO_PIXELS(pen + info.geometry.x_offset);
+            const int originY = PANGO_PIXELS(baseline + info.geometry.y_offset);
+            pen += info.geometry.width;
+            if (info.glyph == PANGO_GLYPH_EMPTY || info.glyph == PANGO_GLYPH_INVALID_INPUT)
+                continue;
+            const DrawGlyph* glyph = m_glyphs.Get(run->item->analysis.font, info.glyph);
+            entry.hasQuads = entry.hasQuads && glyph != nullptr;
+            if (glyph == nullptr || glyph->page == nullptr)
+                continue;
+            const float x0 = float(originX + glyph->left);
+            const float y0 = float(originY + glyph->top);
+            entry.quads.push_back(DrawQuad{glyph->page, x0, y0, x0 + float(glyph->width),
+                                           y0 + float(glyph->height), float(glyph->x),
+                                           float(glyph->y), float(glyph->x + glyph->width),
+                                           float(glyph->y + glyph->height), glyph->colour});
+        }
+    } while (pango_layout_iter_next_run(iter));
+    pango_layout_iter_free(iter);
+}
+
+void CDrawTextCache::ForgetQuads()
+{
+    for (Entry& entry : m_vecEntries)
+    {
+        entry.hasQuads = false;
+        entry.quads.clear();
+    }
+}
+
+void CDrawTextCache::Clear()
+{
+    m_vecEntries.clear();
+    m_mapIndex.clear();
+    m_nNewest = kNone;
+    m_nOldest = kNone;
+}
+
+} // namespace QzPlatform

@@ -1,0 +1,87 @@
+// Laid-out text of the draw-list device, keyed by text, face and pixel size, in a bounded
+// least-recently-used cache: each entry keeps the text's size and, once drawn, its glyph quads
+// relative to the top-left of the text, so a caption drawn every frame is found with one hash of
+// its text and costs only vertex writes. Layouts are made as the cairo device makes them (a
+// fontconfig font map, grey antialiasing, absolute pixel sizes), so sizes agree with it.
+#pragma once
+
+#include "CDrawGlyphCache.h"
+#include "CDrawListBuilder.h"
+#include "platform/render/IRenderDevice.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+typedef struct _PangoContext PangoContext;
+typedef struct _PangoLayout PangoLayout;
+
+namespace QzPlatform
+{
+
+class CDrawTextCache
+{
+public:
+    static const char* const kDefaultFace; // "Sans"
+    static constexpr int kMaxFontSize = 512;
+
+    explicit CDrawTextCache(CDrawGlyphCache& glyphs, size_t capacity = 2048);
+    ~CDrawTextCache();
+    CDrawTextCache(const CDrawTextCache&) = delete;
+    CDrawTextCache& operator=(const CDrawTextCache&) = delete;
+
+    // The size of the UTF-8 text (invalid bytes shown as replacement characters, cut at a NUL)
+    // in the font: the face, "Sans" when empty, at the size in pixels (clamped to
+    // 1..kMaxFontSize).
+    SizeI Measure(const std::string& utf8, const FontSpec& font);
+    // The glyph quads of the text, rasterising glyphs not seen before. Valid until the next
+    // call of the cache.
+    const std::vector<DrawQuad>& GetQuads(const std::string& utf8, const FontSpec& font);
+
+    // Drops the glyph quads (the glyph pages are starting again) but keeps the sizes.
+    void ForgetQuads();
+    void Clear();
+    size_t GetSize() const { return m_mapIndex.size(); }
+    // Calls answered from the cache, and layouts created.
+    uint64_t GetHits() const { return m_nHits; }
+    uint64_t GetMisses() const { return m_nMisses; }
+
+private:
+    static constexpr uint32_t kNone = UINT32_MAX;
+
+    struct Entry
+    {
+        size_t hash = 0;
+        std::string text;
+        std::string face;
+        int size = 0;
+        SizeI extent;
+        bool measured = false;
+        bool hasQuads = false;
+        std::vector<DrawQuad> quads;
+        uint32_t newer = kNone;
+        uint32_t older = kNone;
+    };
+
+    Entry& Acquire(const std::string& utf8, const FontSpec& font);
+    uint32_t Find(size_t hash, const std::string& text, const std::string& face, int size) const;
+    uint32_t TakeSlot();
+    void Unlink(uint32_t index);
+    void PushNewest(uint32_t index);
+    PangoLayout* CreateLayout(Entry& entry) const;
+    void BuildQuads(Entry& entry, PangoLayout* layout);
+
+    CDrawGlyphCache& m_glyphs;
+    size_t m_nCapacity;
+    PangoContext* m_pContext = nullptr;
+    std::vector<Entry> m_vecEntries;
+    std::unordered_multimap<size_t, uint32_t> m_mapIndex; // hash of the key -> entry
+    uint32_t m_nNewest = kNone;
+    uint32_t m_nOldest = kNone;
+    uint64_t m_nHits = 0;
+    uint64_t m_nMisses = 0;
+};
+
+} // namespace QzPlatform

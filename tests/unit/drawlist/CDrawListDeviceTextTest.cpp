@@ -1,0 +1,244 @@
+// Text of the draw-list device: sizes equal to the cairo device's, glyphs rasterised once into
+// the glyph pages, cached quads, page growth and budget, and the pixels next to cairo's.
+#include "CCairoDevice.h"
+#include "CDrawListDevice.h"
+#include "CDrawTextCache.h"
+#include "DrawListTestSupport.h"
+
+#include <gtest/gtest.h>
+
+#include <climits>
+#include <string>
+#include <vector>
+
+using QzPlatform::CDrawListDevice;
+using QzPlatform::DrawAtlas;
+using QzPlatform::DrawList;
+using QzPlatform::DrawVertex;
+using QzPlatform::FontSpec;
+
+namespace
+{
+
+const FontSpec kFont{"", 16};
+
+// The CJK ideograph U+4E00 + index in UTF-8.
+std::string Ideograph(int index)
+{
+    const int code = 0x4E00 + index;
+    std::string text;
+    text += char(0xE0 | (code >> 12));
+    text += char(0x80 | ((code >> 6) & 0x3F));
+    text += char(0x80 | (code & 0x3F));
+    return text;
+}
+
+class DrawListText : public ::testing::Test
+{
+protected:
+    DrawListText() : device(200, 60) { device.BeginFrame(); }
+    const DrawList& List()
+    {
+        device.EndFrame();
+        return device.GetDrawList();
+    }
+    CDrawListDevice device;
+};
+
+} // namespace
+
+TEST_F(DrawListText, MeasuresAsTheCairoDevice)
+{
+    QzPlatform::CCairoDevice cairo(8, 8);
+    const struct
+    {
+        std::string text;
+        FontSpec font;
+    } cases[] = {
+        {"Hello, world", {"", 14}},
+        {"你好，世界", {"", 16}},
+        {"mixed 中文 text", {"Serif", 20}},
+        {"Monospace 123", {"Monospace", 11}},
+        {"two\nlines", {"", 12}},
+        {"", {"", 12}},
+        {"bad \xff\xfe bytes", {"", 12}},
+        {std::string("cut\0here", 8), {"", 12}},
+        {"tiny", {"", -5}},
+        {"huge", {"", 100000}},
+        {"No such face", {"Qz Missing Face", 13}},
+    };
+    for (const auto& test : cases)
+    {
+        const QzPlatform::SizeI expected = cairo.MeasureText(test.text, test.font);
+        const QzPlatform::SizeI actual = device.MeasureText(test.text, test.font);
+        EXPECT_EQ(expected.cx, actual.cx) << test.text << " " << test.font.size;
+        EXPECT_EQ(expected.cy, actual.cy) << test.text << " " << test.font.size;
+        device.DrawText(0, 0, test.text, test.font, 0xFFFFFFFF, 0); // sizes stay the same
+        EXPECT_EQ(expected.cx, device.MeasureText(test.text, test.font).cx) << test.text;
+    }
+}
+
+TEST_F(DrawListText, TextMatchesTheCairoDevicePixels)
+{
+    QzPlatform::CCairoDevice cairo(200, 60);
+    const uint32_t background = 0xFF203040;
+    cairo.SetClearColor(background);
+    cairo.BeginFrame();
+    for (QzPlatform::IRenderDevice* target :
+         std::initializer_list<QzPlatform::IRenderDevice*>{&cairo, &device})
+    {
+        target->DrawText(4, 2, "Hello, Wy 你好", kFont, 0xFFFFFF00, 0xFF000000);
+        target->DrawText(10, 30, "half clear", FontSpec{"Serif", 13}, 0x80FFFFFF, 0);
+        target->DrawText(120, 30, "二行\nlines", FontSpec{"", 12}, 0xFF80FF80, 0);
+    }
+    const QzTest::ListRaster raster(device, background);
+    int inked = 0;
+    for (int y = 0; y < 60; ++y)
+        for (int x = 0; x < 200; ++x)
+        {
+            inked += cairo.GetPixel(x, y) != background ? 1 : 0;
+            EXPECT_LE(QzTest::ChannelDistance(cairo.GetPixel(x, y), raster.At(x, y)), 2)
+                << x << "," << y << std::hex << " cairo 0x" << cairo.GetPixel(x, y) << " list 0x"
+                << raster.At(x, y);
+        }
+    EXPECT_GT(inked, 300);
+}
+
+TEST_F(DrawListText, EachGlyphIsRasterisedOnceAndCaptionsAreCached)
+{
+    device.DrawText(10, 10, "aaaa", kFont, 0xFFFFFFFF, 0);
+    const std::vector<DrawVertex> first = List().vertices;
+    ASSERT_EQ(16u, first.size());
+    for (size_t vertex = 4; vertex < first.size(); ++vertex)
+    {
+        EXPECT_EQ(first[vertex % 4].u, first[vertex].u);
+        EXPECT_EQ(first[vertex % 4].v, first[vertex].v);
+    }
+    const DrawAtlas* page = device.FindAtlas(device.GetDrawList().commands[0].atlas);
+    ASSERT_NE(nullptr, page);
+    const uint32_t version = page->version;
+
+    device.BeginFrame();
+    device.DrawText(0, 0, "a a a", kFont, 0xFFFFFFFF, 0);
+    device.DrawText(10, 10, "aaaa", kFont, 0xFFFFFFFF, 0);
+    device.DrawText(17, 19, "aaaa", kFont, 0x80FF0000, 0);
+    const DrawList& list = List();
+    EXPECT_EQ(version, page->version);
+    ASSERT_EQ(12u + 16u + 16u, list.vertices.size());
+    ASSERT_EQ(1u, list.commands.size());
+    for (size_t vertex = 0; vertex < 16; ++vertex)
+    {
+        const DrawVertex& again = list.vertices[12 + vertex];
+        const DrawVertex& moved = list.vertices[28 + vertex];
+        EXPECT_EQ(first[vertex].x, again.x);
+        EXPECT_EQ(first[vertex].u, again.u);
+        EXPECT_EQ(first[vertex].x + 7, moved.x);
+        EXPECT_EQ(first[vertex].y + 9, moved.y);
+        EXPECT_EQ(0x80FF0000u, moved.argb);
+    }
+}
+
+TEST_F(DrawListText, ShadowsAndFillsShareTheTextCommand)
+{
+    device.FillRect(0, 0, 50, 20, 0xFF000080);
+    device.DrawText(2, 2, "Ok", kFont, 0xFFFFFFFF, 0xFF000000);
+    device.StrokeRect(0, 0, 50, 20, 0xFFFFFFFF);
+    device.DrawText(60, 2, "Ok", kFont, 0xFFFFFFFF, 0);
+    const DrawList& list = List();
+    ASSERT_EQ(1u, list.commands.size());
+    EXPECT_EQ((1 + 2 + 2 + 4 + 2) * 6u, list.commands[0].indexCount);
+    EXPECT_EQ(0xFF000000u, list.vertices[4].argb); // the shadow first
+    EXPECT_EQ(list.vertices[12].x + 1, list.vertices[4].x);
+}
+
+TEST_F(DrawListText, HostileTextAddsNothingOrWhatCairoShows)
+{
+    for (const std::string& text : {std::string(), std::string("\0abc", 4), std::string("\n\n")})
+        device.DrawText(0, 0, text, kFont, 0xFFFFFFFF, 0xFF000000);
+    device.DrawText(0, 0, "clear", kFont, 0x00FFFFFF, 0x00000000);
+    device.DrawText(INT_MIN, INT_MAX, "far", kFont, 0xFFFFFFFF, 0xFF000000);
+    EXPECT_TRUE(List().vertices.empty());
+
+    // Bytes that are not UTF-8 show as replacement characters, as on the cairo device.
+    device.BeginFrame();
+    device.DrawText(0, 0, "\xff\xfe", kFont, 0xFFFFFFFF, 0);
+    const std::vector<DrawVertex> bad = List().vertices;
+    device.BeginFrame();
+    device.DrawText(0, 0, "\xEF\xBF\xBD\xEF\xBF\xBD", kFont, 0xFFFFFFFF, 0);
+    const std::vector<DrawVertex> replaced = List().vertices;
+    ASSERT_EQ(replaced.size(), bad.size());
+    for (size_t vertex = 0; vertex < bad.size(); ++vertex)
+        EXPECT_EQ(replaced[vertex].x, bad[vertex].x);
+}
+
+// Texel coordinates of a frame's vertices.
+std::vector<std::pair<float, float>> TexelsOf(const CDrawListDevice& device, size_t count)
+{
+    const DrawList& list = device.GetDrawList();
+    const DrawAtlas* page = device.FindAtlas(list.commands[0].atlas);
+    std::vector<std::pair<float, float>> texels;
+    for (size_t vertex = 0; vertex < count; ++vertex)
+        texels.emplace_back(list.vertices[vertex].u * page->width,
+                            list.vertices[vertex].v * page->height);
+    return texels;
+}
+
+TEST_F(DrawListText, GlyphPageGrowthKeepsEarlierGlyphsOnTheirTexels)
+{
+    device.DrawText(10, 10, "Ab", kFont, 0xFFFFFFFF, 0);
+    const std::vector<std::pair<float, float>> before = TexelsOf(device, 8);
+    const DrawAtlas* page = device.FindAtlas(device.GetDrawList().commands[0].atlas);
+    const int width = page->width;
+    const std::vector<uint32_t> texels = page->texels;
+    for (int i = 0; i < 40 && page->width == width; ++i)
+        device.DrawText(0, 20, Ideograph(i), FontSpec{"", 120}, 0xFFFFFFFF, 0);
+    ASSERT_GT(page->width, width);
+    device.EndFrame();
+    const std::vector<std::pair<float, float>> after = TexelsOf(device, 8);
+    for (size_t vertex = 0; vertex < 8; ++vertex)
+    {
+        EXPECT_FLOAT_EQ(before[vertex].first, after[vertex].first);
+        EXPECT_FLOAT_EQ(before[vertex].second, after[vertex].second);
+    }
+    for (size_t quad = 0; quad < 8; quad += 4)
+        for (int y = int(before[quad].second); y < int(before[quad + 2].second); ++y)
+            for (int x = int(before[quad].first); x < int(before[quad + 2].first); ++x)
+                ASSERT_EQ(texels[size_t(y) * width + x], page->texels[size_t(y) * page->width + x]);
+}
+
+// Text that fills more glyph pages than the budget gets them back at the next frame, and text
+// drawn then is rasterised again.
+TEST_F(DrawListText, GlyphPagesPastTheBudgetStartAgainAtTheNextFrame)
+{
+    const size_t atlases = device.GetAtlasCount();
+    for (int i = 0; i < 400 && device.GetAtlasCount() < atlases + 3; ++i)
+        device.DrawText(0, 0, Ideograph(i), FontSpec{"", 400}, 0xFFFFFFFF, 0);
+    ASSERT_EQ(atlases + 3, device.GetAtlasCount());
+    const uint32_t lastPage = device.GetAtlas(device.GetAtlasCount() - 1).id;
+    device.EndFrame();
+    device.BeginFrame();
+    EXPECT_EQ(atlases, device.GetAtlasCount());
+    EXPECT_EQ(nullptr, device.FindAtlas(lastPage));
+    device.DrawText(0, 0, Ideograph(0), kFont, 0xFFFFFFFF, 0);
+    const DrawList& list = List();
+    ASSERT_EQ(1u, list.commands.size());
+    EXPECT_NE(nullptr, device.FindAtlas(list.commands[0].atlas));
+}
+
+TEST(DrawTextCache, KeepsTheMostRecentlyUsedLayouts)
+{
+    QzPlatform::CDrawAtlasPages pages;
+    QzPlatform::CDrawGlyphCache glyphs(pages);
+    QzPlatform::CDrawTextCache cache(glyphs, 2);
+    const QzPlatform::SizeI one = cache.Measure("one", kFont);
+    cache.Measure("two", kFont);
+    cache.Measure("one", kFont);
+    cache.Measure("three", kFont); // evicts "two"
+    EXPECT_EQ(2u, cache.GetSize());
+    EXPECT_EQ(3u, cache.GetMisses());
+    EXPECT_EQ(one.cx, cache.Measure("one", FontSpec{"Sans", 16}).cx);
+    EXPECT_EQ(2u, cache.GetHits());
+    cache.Measure("two", kFont);
+    EXPECT_EQ(4u, cache.GetMisses());
+    EXPECT_EQ(3u, cache.GetQuads("one", kFont).size());
+}

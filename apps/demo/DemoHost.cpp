@@ -322,12 +322,18 @@ void CDemoHost::PressKey(int nKey, int nModifier)
     }
 }
 
+void CDemoHost::UseManualClock()
+{
+    if (m_bManualClock)
+        return;
+    QzPlatform::Host::SetTime(100000);
+    m_bManualClock = true;
+}
+
 bool CDemoHost::RunScript(const CDemoScript& script, const std::string& outDir, std::string& error)
 {
     // The manual clock starts once; a second script goes on from where the first stopped.
-    if (!m_bManualClock)
-        QzPlatform::Host::SetTime(100000);
-    m_bManualClock = true;
+    UseManualClock();
     RunFrame();
     for (const DemoStep& step : script.Steps())
     {

@@ -37,7 +37,11 @@ public:
 
     // Dispatches the posted messages, then draws one frame.
     void RunFrame();
-    // Runs a script headless on the manual clock (from 100000 ms on for the first script);
+    // Puts the client on the manual clock at 100000 ms, once. A headless run does so before
+    // Create, so that the effects the client starts while it is created run on the same clock
+    // as the scripts and every run draws the same frames.
+    void UseManualClock();
+    // Runs a script headless on the manual clock (from 100000 ms on unless already on it);
     // screenshots go to outDir.
     bool RunScript(const CDemoScript& script, const std::string& outDir, std::string& error);
     bool SaveShot(const std::string& outDir, const std::string& name, std::string& error);

@@ -78,6 +78,8 @@ DemoRenderer ChooseRenderer(DemoRenderer asked, bool bHeadless)
 int RunClient(const DemoOptions& options, CSdlPresenter* presenter)
 {
     CDemoHost host(options.nWidth, options.nHeight, ChooseRenderer(options.renderer, !presenter));
+    if (!presenter)
+        host.UseManualClock();
     if (!host.Create(options.bDebug))
     {
         std::fprintf(stderr, "qzgui-demo: cannot create the main window\n");

@@ -12,9 +12,18 @@
 namespace
 {
 
-// SDL blends with straight alpha; cairo keeps premultiplied pixels. The clear colour is opaque
-// unless a host chose otherwise, and then only this makes the file right.
-void Premultiply(uint8_t* data, int width, int height, int stride)
+uint32_t Premultiply(uint32_t pixel)
+{
+    const uint32_t alpha = pixel >> 24;
+    const auto scale = [alpha](uint32_t channel) { return (channel * alpha + 127) / 255; };
+    return alpha << 24 | scale((pixel >> 16) & 0xFF) << 16 | scale((pixel >> 8) & 0xFF) << 8 |
+           scale(pixel & 0xFF);
+}
+
+// The drawn pixels as cairo keeps them. Over an opaque clear colour every pixel is opaque;
+// SDL's software blending only rounds the alpha below 255 under translucent texels, so it is
+// set back. Over a translucent clear colour the straight-alpha pixels are premultiplied.
+void ToCairoPixels(uint8_t* data, int width, int height, int stride, bool bOpaque)
 {
     for (int y = 0; y < height; ++y)
     {
@@ -23,12 +32,7 @@ void Premultiply(uint8_t* data, int width, int height, int stride)
         {
             uint32_t pixel;
             std::memcpy(&pixel, row + x * 4, sizeof pixel);
-            const uint32_t alpha = pixel >> 24;
-            if (alpha == 0xFF)
-                continue;
-            const auto scale = [alpha](uint32_t channel) { return (channel * alpha + 127) / 255; };
-            pixel = alpha << 24 | scale((pixel >> 16) & 0xFF) << 16 |
-                    scale((pixel >> 8) & 0xFF) << 8 | scale(pixel & 0xFF);
+            pixel = bOpaque ? pixel | 0xFF000000 : Premultiply(pixel);
             std::memcpy(row + x * 4, &pixel, sizeof pixel);
         }
     }
@@ -96,8 +100,9 @@ bool CDrawListScreen::SavePng(const std::string& path)
     if (!m_pListRenderer->Render(m_device))
         std::fprintf(stderr, "qzgui-demo: SDL: %s\n", SDL_GetError());
     SDL_RenderFlush(m_pRenderer);
-    Premultiply(cairo_image_surface_get_data(m_pImage), m_device.GetScreenWidth(),
-                m_device.GetScreenHeight(), cairo_image_surface_get_stride(m_pImage));
+    ToCairoPixels(cairo_image_surface_get_data(m_pImage), m_device.GetScreenWidth(),
+                  m_device.GetScreenHeight(), cairo_image_surface_get_stride(m_pImage),
+                  (m_device.GetClearColor() >> 24) == 0xFF);
     cairo_surface_mark_dirty(m_pImage);
     return cairo_surface_write_to_png(m_pImage, path.c_str()) == CAIRO_STATUS_SUCCESS;
 }

@@ -12,7 +12,9 @@ std::atomic<int> g_nAllocations{0};
 
 } // namespace
 
-void* operator new(size_t size)
+// Never inlined, so that a memory checker that puts its own in their place replaces all of them
+// (and then nothing is counted).
+__attribute__((noinline)) void* operator new(size_t size)
 {
     if (g_bCounting.load(std::memory_order_relaxed))
         g_nAllocations.fetch_add(1, std::memory_order_relaxed);
@@ -21,12 +23,12 @@ void* operator new(size_t size)
     throw std::bad_alloc();
 }
 
-void operator delete(void* block) noexcept
+__attribute__((noinline)) void operator delete(void* block) noexcept
 {
     std::free(block);
 }
 
-void operator delete(void* block, size_t) noexcept
+__attribute__((noinline)) void operator delete(void* block, size_t) noexcept
 {
     std::free(block);
 }

@@ -20,13 +20,13 @@ bool IsUploadable(const DrawAtlas& atlas)
            static_cast<size_t>(atlas.height);
 }
 
-// The command's clip on the render target; empty when nothing of it is on the target.
-SDL_Rect ClipOnTarget(const RectI& clip, int outWidth, int outHeight)
+// The command's clip on the device's screen; empty when nothing of it is on the screen.
+SDL_Rect ClipOnScreen(const RectI& clip, int screenWidth, int screenHeight)
 {
-    const int left = std::clamp(clip.left, 0, outWidth);
-    const int top = std::clamp(clip.top, 0, outHeight);
-    const int right = std::clamp(clip.right, left, outWidth);
-    const int bottom = std::clamp(clip.bottom, top, outHeight);
+    const int left = std::clamp(clip.left, 0, screenWidth);
+    const int top = std::clamp(clip.top, 0, screenHeight);
+    const int right = std::clamp(clip.right, left, screenWidth);
+    const int bottom = std::clamp(clip.bottom, top, screenHeight);
     return SDL_Rect{left, top, right - left, bottom - top};
 }
 
@@ -50,16 +50,12 @@ bool CSdlDrawListRenderer::Render(const CDrawListDevice& device)
     SDL_SetRenderDrawColor(m_pRenderer, uint8_t(clear >> 16), uint8_t(clear >> 8), uint8_t(clear),
                            uint8_t(clear >> 24));
     bool ok = SDL_RenderClear(m_pRenderer) == 0;
-    int outWidth = 0;
-    int outHeight = 0;
-    if (SDL_GetRendererOutputSize(m_pRenderer, &outWidth, &outHeight) != 0)
-        return false;
     const DrawList& list = device.GetDrawList();
     if (list.vertices.size() > size_t(INT_MAX) || list.indices.size() > size_t(INT_MAX))
         return false;
     ConvertColors(list.vertices);
     for (const DrawCommand& command : list.commands)
-        ok = Submit(list, command, outWidth, outHeight) && ok;
+        ok = Submit(list, command, device.GetScreenWidth(), device.GetScreenHeight()) && ok;
     SDL_RenderSetClipRect(m_pRenderer, nullptr);
     return ok;
 }
@@ -167,14 +163,14 @@ void CSdlDrawListRenderer::ConvertColors(const std::vector<DrawVertex>& vertices
     }
 }
 
-bool CSdlDrawListRenderer::Submit(const DrawList& list, const DrawCommand& command, int outWidth,
-                                  int outHeight)
+bool CSdlDrawListRenderer::Submit(const DrawList& list, const DrawCommand& command, int screenWidth,
+                                  int screenHeight)
 {
     if (command.indexCount == 0 || list.vertices.empty() ||
         uint64_t(command.indexOffset) + command.indexCount > list.indices.size())
         return true;
     SDL_Texture* texture = FindTexture(command.atlas);
-    const SDL_Rect clip = ClipOnTarget(command.clip, outWidth, outHeight);
+    const SDL_Rect clip = ClipOnScreen(command.clip, screenWidth, screenHeight);
     if (!texture || clip.w == 0 || clip.h == 0)
         return true;
     SDL_RenderSetClipRect(m_pRenderer, &clip);

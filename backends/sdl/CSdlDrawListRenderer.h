@@ -53,7 +53,8 @@ private:
     void DropUnused();
     SDL_Texture* FindTexture(uint32_t atlas);
     void ConvertColors(const std::vector<DrawVertex>& vertices);
-    bool Submit(const DrawList& list, const DrawCommand& command, int outWidth, int outHeight);
+    bool Submit(const DrawList& list, const DrawCommand& command, int screenWidth,
+                int screenHeight);
 
     SDL_Renderer* m_pRenderer;
     std::vector<AtlasTexture> m_vecTextures;

@@ -1,6 +1,5 @@
 #include "DemoHost.h"
 
-#include "CCairoDevice.h"
 #include "framework/IQzGuiHelper.h"
 #include "layout/QzCursorMgr.h"
 #include "platform/render/IRenderDevice.h"
@@ -51,11 +50,10 @@ bool MakeFolder(const std::string& path)
 
 } // namespace
 
-CDemoHost::CDemoHost(int width, int height)
-    : m_nWidth(width), m_nHeight(height),
-      m_pDevice(std::make_unique<QzPlatform::CCairoDevice>(width, height))
+CDemoHost::CDemoHost(int width, int height, DemoRenderer renderer)
+    : m_nWidth(width), m_nHeight(height), m_pScreen(CDemoScreen::Create(renderer, width, height))
 {
-    QzPlatform::SetRenderDevice(m_pDevice.get());
+    QzPlatform::SetRenderDevice(&m_pScreen->GetDevice());
 }
 
 CDemoHost::~CDemoHost()
@@ -190,7 +188,7 @@ void CDemoHost::PumpMessages()
 void CDemoHost::RunFrame()
 {
     PumpMessages();
-    m_pDevice->BeginFrame();
+    m_pScreen->GetDevice().BeginFrame();
     if (m_pGuiMgr)
     {
         m_pGuiMgr->Show();
@@ -198,7 +196,7 @@ void CDemoHost::RunFrame()
         if (QzGui::CQzCursorMgr* cursors = m_pGuiMgr->GetCursorMgr())
             cursors->DrawCursor();
     }
-    m_pDevice->EndFrame();
+    m_pScreen->GetDevice().EndFrame();
 }
 
 void CDemoHost::PostMouse(UINT message, int x, int y, WPARAM keys)
@@ -324,12 +322,18 @@ void CDemoHost::PressKey(int nKey, int nModifier)
     }
 }
 
+void CDemoHost::UseManualClock()
+{
+    if (m_bManualClock)
+        return;
+    QzPlatform::Host::SetTime(100000);
+    m_bManualClock = true;
+}
+
 bool CDemoHost::RunScript(const CDemoScript& script, const std::string& outDir, std::string& error)
 {
     // The manual clock starts once; a second script goes on from where the first stopped.
-    if (!m_bManualClock)
-        QzPlatform::Host::SetTime(100000);
-    m_bManualClock = true;
+    UseManualClock();
     RunFrame();
     for (const DemoStep& step : script.Steps())
     {
@@ -353,7 +357,7 @@ bool CDemoHost::SaveShot(const std::string& outDir, const std::string& name, std
         return false;
     }
     const std::string path = outDir + "/" + name + ".png";
-    if (!m_pDevice->SavePng(path))
+    if (!m_pScreen->SavePng(path))
     {
         error = path + ": cannot write";
         return false;

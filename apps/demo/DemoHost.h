@@ -5,6 +5,7 @@
 
 #include "CollectionsDialog.h"
 #include "ControlsDialog.h"
+#include "DemoScreen.h"
 #include "DemoScript.h"
 #include "LabelDialog.h"
 #include "LoginDialog.h"
@@ -19,15 +20,11 @@
 #include <string>
 #include <vector>
 
-namespace QzPlatform
-{
-class CCairoDevice;
-}
-
 class CDemoHost
 {
 public:
-    CDemoHost(int width, int height);
+    // The client draws with the device of the renderer (Default is cairo).
+    CDemoHost(int width, int height, DemoRenderer renderer = DemoRenderer::Cairo);
     ~CDemoHost();
     CDemoHost(const CDemoHost&) = delete;
     CDemoHost& operator=(const CDemoHost&) = delete;
@@ -36,11 +33,15 @@ public:
     bool Create(bool bDebug);
     HWND GetWindow() const { return m_hWnd; }
     QzGui::IQzGuiMgr* GetGuiMgr() const { return m_pGuiMgr; }
-    QzPlatform::CCairoDevice& GetDevice() { return *m_pDevice; }
+    CDemoScreen& GetScreen() { return *m_pScreen; }
 
     // Dispatches the posted messages, then draws one frame.
     void RunFrame();
-    // Runs a script headless on the manual clock (from 100000 ms on for the first script);
+    // Puts the client on the manual clock at 100000 ms, once. A headless run does so before
+    // Create, so that the effects the client starts while it is created run on the same clock
+    // as the scripts and every run draws the same frames.
+    void UseManualClock();
+    // Runs a script headless on the manual clock (from 100000 ms on unless already on it);
     // screenshots go to outDir.
     bool RunScript(const CDemoScript& script, const std::string& outDir, std::string& error);
     bool SaveShot(const std::string& outDir, const std::string& name, std::string& error);
@@ -61,7 +62,7 @@ private:
     int m_nWidth;
     int m_nHeight;
     HWND m_hWnd = nullptr;
-    std::unique_ptr<QzPlatform::CCairoDevice> m_pDevice;
+    std::unique_ptr<CDemoScreen> m_pScreen;
     QzGui::IQzGuiMgr* m_pGuiMgr = nullptr;
     CShowcaseDialog m_showcase;
     CControlsDialog m_controls;

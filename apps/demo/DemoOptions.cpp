@@ -12,12 +12,34 @@ bool ReadSize(const char* text, int& width, int& height)
            width <= 8192 && height <= 8192;
 }
 
+bool ReadRenderer(const char* text, DemoRenderer& renderer)
+{
+    if (std::strcmp(text, "cairo") == 0)
+        renderer = DemoRenderer::Cairo;
+    else if (std::strcmp(text, "drawlist") == 0)
+        renderer = DemoRenderer::DrawList;
+    else
+        return false;
+    return true;
+}
+
 } // namespace
 
 const char* DemoUsage()
 {
-    return "usage: qzgui-demo [--headless] [--out DIR] [--data DIR] [--script FILE]\n"
-           "                  [--size WxH] [--debug]\n";
+    return "usage: qzgui-demo [--help] [--headless] [--out DIR] [--data DIR] [--script FILE]\n"
+           "                  [--size WxH] [--renderer cairo|drawlist] [--debug]\n"
+           "  --headless         run scripts on a manual clock and save screenshots (also\n"
+           "                     without a display)\n"
+           "  --out DIR          screenshot folder (default out/demo)\n"
+           "  --data DIR         data folder (default the sample bundle of the build)\n"
+           "  --script FILE      the script to run headless (default the bundle's four)\n"
+           "  --size WxH         screen size (default 1024x768)\n"
+           "  --renderer NAME    drawlist: the draw-list device, drawn by SDL's renderer (the\n"
+           "                     window's, SDL's software renderer headless); cairo: the cairo\n"
+           "                     software device. Default: drawlist in the window, cairo\n"
+           "                     headless\n"
+           "  --debug            the GUI helper's layout debugging tools\n";
 }
 
 DemoOptions ParseDemoOptions(int argc, char** argv)
@@ -27,7 +49,9 @@ DemoOptions ParseDemoOptions(int argc, char** argv)
     {
         const char* arg = argv[i];
         const bool hasValue = i + 1 < argc;
-        if (std::strcmp(arg, "--headless") == 0)
+        if (std::strcmp(arg, "--help") == 0 || std::strcmp(arg, "-h") == 0)
+            options.bHelp = true;
+        else if (std::strcmp(arg, "--headless") == 0)
             options.bHeadless = true;
         else if (std::strcmp(arg, "--debug") == 0)
             options.bDebug = true;
@@ -37,6 +61,11 @@ DemoOptions ParseDemoOptions(int argc, char** argv)
             options.strDataDir = argv[++i];
         else if (std::strcmp(arg, "--script") == 0 && hasValue)
             options.strScript = argv[++i];
+        else if (std::strcmp(arg, "--renderer") == 0 && hasValue)
+        {
+            if (!ReadRenderer(argv[++i], options.renderer))
+                options.strError = std::string("unknown renderer: ") + argv[i];
+        }
         else if (std::strcmp(arg, "--size") == 0 && hasValue)
         {
             if (!ReadSize(argv[++i], options.nWidth, options.nHeight))

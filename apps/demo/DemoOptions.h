@@ -3,6 +3,15 @@
 
 #include <string>
 
+// What draws the frames: the cairo software device, or the draw-list device whose lists an SDL
+// renderer draws (the window's, or SDL's software renderer headless).
+enum class DemoRenderer
+{
+    Default, // draw lists in the window, cairo headless
+    Cairo,
+    DrawList,
+};
+
 struct DemoOptions
 {
     bool bHeadless = false;
@@ -11,7 +20,9 @@ struct DemoOptions
     std::string strScript;  // the bundle's showcase script when empty
     int nWidth = 1024;
     int nHeight = 768;
-    bool bDebug = false;  // the GUI helper's layout debugging tools
+    bool bDebug = false; // the GUI helper's layout debugging tools
+    DemoRenderer renderer = DemoRenderer::Default;
+    bool bHelp = false;   // --help: print the usage and stop
     std::string strError; // set when the command line is wrong
 };
 

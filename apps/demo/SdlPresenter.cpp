@@ -1,5 +1,7 @@
 #include "SdlPresenter.h"
 
+#include "CSdlDrawListRenderer.h"
+
 #include "platform/system/host/QzHost.h"
 #include "platform/system/text/QzCodePage.h"
 
@@ -89,8 +91,12 @@ UINT ButtonMessage(uint8_t button, bool down)
 
 } // namespace
 
+CSdlPresenter::CSdlPresenter() = default;
+
 CSdlPresenter::~CSdlPresenter()
 {
+    // The list renderer's textures go before the renderer.
+    m_pListRenderer.reset();
     if (m_pTexture)
         SDL_DestroyTexture(m_pTexture);
     if (m_pRenderer)
@@ -112,15 +118,24 @@ bool CSdlPresenter::Open(int width, int height, const char* title)
         SDL_Quit();
         return false;
     }
-    m_pRenderer = SDL_CreateRenderer(m_pWindow, -1, 0);
-    if (m_pRenderer)
-        m_pTexture = SDL_CreateTexture(m_pRenderer, SDL_PIXELFORMAT_ARGB8888,
-                                       SDL_TEXTUREACCESS_STREAMING, width, height);
+    m_pRenderer = SDL_CreateRenderer(m_pWindow, -1, SDL_RENDERER_ACCELERATED);
+    if (!m_pRenderer)
+        m_pRenderer = SDL_CreateRenderer(m_pWindow, -1, SDL_RENDERER_SOFTWARE);
+    if (!m_pRenderer)
+        return false;
     m_nWidth = width;
     m_nHeight = height;
     SDL_ShowCursor(SDL_DISABLE);
     SDL_StartTextInput();
-    return m_pTexture != nullptr;
+    return true;
+}
+
+const char* CSdlPresenter::GetRendererName() const
+{
+    SDL_RendererInfo info;
+    if (!m_pRenderer || SDL_GetRendererInfo(m_pRenderer, &info) != 0)
+        return "";
+    return info.name;
 }
 
 bool CSdlPresenter::PumpInput(HWND hostWindow)
@@ -213,10 +228,23 @@ void CSdlPresenter::Translate(const SDL_Event& event, HWND hostWindow)
 
 void CSdlPresenter::Present(const uint8_t* pixels, int stride)
 {
+    if (!m_pTexture && m_pRenderer)
+        m_pTexture = SDL_CreateTexture(m_pRenderer, SDL_PIXELFORMAT_ARGB8888,
+                                       SDL_TEXTUREACCESS_STREAMING, m_nWidth, m_nHeight);
     if (!m_pTexture)
         return;
     SDL_UpdateTexture(m_pTexture, nullptr, pixels, stride);
     SDL_RenderClear(m_pRenderer);
     SDL_RenderCopy(m_pRenderer, m_pTexture, nullptr, nullptr);
+    SDL_RenderPresent(m_pRenderer);
+}
+
+void CSdlPresenter::Present(const QzPlatform::CDrawListDevice& device)
+{
+    if (!m_pRenderer)
+        return;
+    if (!m_pListRenderer)
+        m_pListRenderer = std::make_unique<QzPlatform::CSdlDrawListRenderer>(m_pRenderer);
+    m_pListRenderer->Render(device);
     SDL_RenderPresent(m_pRenderer);
 }

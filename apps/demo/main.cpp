@@ -1,11 +1,11 @@
 // qzgui-demo: the sample game client. With a display it opens a window; with --headless it runs
-// a script of user input on a manual clock and writes screenshots.
+// a script of user input on a manual clock and writes screenshots. --renderer chooses the
+// device that draws (draw lists in the window, cairo headless unless told).
 #include "DemoHost.h"
 #include "DemoOptions.h"
 #include "DemoScript.h"
 #include "SdlPresenter.h"
 
-#include "CCairoDevice.h"
 #include "platform/system/host/QzHost.h"
 
 #include <cstdio>
@@ -61,9 +61,31 @@ int RunWindow(CDemoHost& host, CSdlPresenter& presenter)
     while (presenter.PumpInput(host.GetWindow()))
     {
         host.RunFrame();
-        presenter.Present(host.GetDevice().GetData(), host.GetDevice().GetStride());
+        host.GetScreen().Present(presenter);
     }
     return 0;
+}
+
+// The window draws lists unless told otherwise; headless runs keep cairo, whose screenshots
+// the scenario tests know.
+DemoRenderer ChooseRenderer(DemoRenderer asked, bool bHeadless)
+{
+    if (asked != DemoRenderer::Default)
+        return asked;
+    return bHeadless ? DemoRenderer::Cairo : DemoRenderer::DrawList;
+}
+
+int RunClient(const DemoOptions& options, CSdlPresenter* presenter)
+{
+    CDemoHost host(options.nWidth, options.nHeight, ChooseRenderer(options.renderer, !presenter));
+    if (!presenter)
+        host.UseManualClock();
+    if (!host.Create(options.bDebug))
+    {
+        std::fprintf(stderr, "qzgui-demo: cannot create the main window\n");
+        return 1;
+    }
+    return presenter ? RunWindow(host, *presenter) : RunHeadless(host, options);
 }
 
 } // namespace
@@ -76,6 +98,11 @@ int main(int argc, char** argv)
         std::fprintf(stderr, "qzgui-demo: %s\n%s", options.strError.c_str(), DemoUsage());
         return 2;
     }
+    if (options.bHelp)
+    {
+        std::fputs(DemoUsage(), stdout);
+        return 0;
+    }
     // Paths of the command line are taken before the data folder becomes the current one.
     options.strOutDir = AbsolutePath(options.strOutDir);
     options.strScript = AbsolutePath(options.strScript);
@@ -85,19 +112,16 @@ int main(int argc, char** argv)
         std::fprintf(stderr, "qzgui-demo: cannot enter the data folder %s\n", data.c_str());
         return 1;
     }
-    CDemoHost host(options.nWidth, options.nHeight);
-    if (!host.Create(options.bDebug))
-    {
-        std::fprintf(stderr, "qzgui-demo: cannot create the main window\n");
-        return 1;
-    }
     if (options.bHeadless)
-        return RunHeadless(host, options);
+        return RunClient(options, nullptr);
+    // The window comes first: without a display the demo runs headless, with the headless
+    // default renderer.
     CSdlPresenter presenter;
     if (!presenter.Open(options.nWidth, options.nHeight, "QzGui demo"))
     {
         std::fprintf(stderr, "qzgui-demo: no display; running headless\n");
-        return RunHeadless(host, options);
+        return RunClient(options, nullptr);
     }
-    return RunWindow(host, presenter);
+    std::printf("qzgui-demo: SDL renderer %s\n", presenter.GetRendererName());
+    return RunClient(options, &presenter);
 }

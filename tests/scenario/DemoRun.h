@@ -18,16 +18,20 @@ namespace DemoScenario
 class DemoRun
 {
 public:
-    // script: a file of the bundle's scripts/ folder, or "" for the default showcase.
-    explicit DemoRun(const std::string& script)
+    // script: a file of the bundle's scripts/ folder, or "" for the bundle's four scripts;
+    // renderer: the demo's --renderer, or "" for its headless default (cairo).
+    explicit DemoRun(const std::string& script, const std::string& renderer = std::string())
     {
-        // One folder per process and script: CTest runs the cases in parallel.
+        // One folder per process, script and renderer: CTest runs the cases in parallel.
         m_out = std::filesystem::temp_directory_path() /
-                ("qzgui-demo-" + (script.empty() ? std::string("showcase") : script) + "-" +
+                ("qzgui-demo-" + (script.empty() ? std::string("all") : script) + "-" +
+                 (renderer.empty() ? std::string("default") : renderer) + "-" +
                  std::to_string(getpid()));
         std::filesystem::remove_all(m_out);
         std::string command = std::string(QZGUI_BINARY_DIR) +
                               "/apps/demo/qzgui-demo --headless --out " + m_out.string();
+        if (!renderer.empty())
+            command += " --renderer " + renderer;
         if (!script.empty())
             command +=
                 " --script " + std::string(QZGUI_BINARY_DIR) + "/demo-bundle/scripts/" + script;
@@ -38,6 +42,7 @@ public:
     DemoRun& operator=(const DemoRun&) = delete;
 
     int ExitCode() const { return m_exitCode; }
+    const std::filesystem::path& OutDir() const { return m_out; }
     bool HasShot(const char* name) const
     {
         return std::filesystem::exists(m_out / (std::string(name) + ".png"));

@@ -333,15 +333,14 @@ void CCairoDevice::DrawText(int x, int y, const std::string& utf8, const FontSpe
 {
     if (utf8.empty())
         return;
+    PangoLayout* layout = m_textCache.Get(utf8, font);
     if ((shadowArgb >> 24) != 0)
-        ShowLayout(x + 1, y + 1, utf8, font, shadowArgb);
-    ShowLayout(x, y, utf8, font, argb);
+        ShowLayout(x + 1, y + 1, layout, shadowArgb);
+    ShowLayout(x, y, layout, argb);
 }
 
-void CCairoDevice::ShowLayout(int x, int y, const std::string& utf8, const FontSpec& font,
-                              uint32_t argb)
+void CCairoDevice::ShowLayout(int x, int y, PangoLayout* layout, uint32_t argb)
 {
-    PangoLayout* layout = m_textCache.Get(utf8, font);
     SetColor(argb);
     cairo_move_to(m_pCairo, x, y);
     pango_cairo_show_layout(m_pCairo, layout);

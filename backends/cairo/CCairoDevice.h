@@ -83,7 +83,7 @@ private:
                       int width, int height, uint8_t alpha);
     void PaintTexture(cairo_surface_t* image, const RectI& source, const RectI& part, int x, int y,
                       double scaleX, double scaleY, bool exact, uint8_t alpha);
-    void ShowLayout(int x, int y, const std::string& utf8, const FontSpec& font, uint32_t argb);
+    void ShowLayout(int x, int y, PangoLayout* layout, uint32_t argb);
 
     int m_nWidth;
     int m_nHeight;

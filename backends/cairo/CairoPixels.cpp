@@ -1,11 +1,13 @@
 // The loops work on bytes in 16-bit steps so that the compiler turns them into vector code
-// (this file is built with -O3); on x86-64 an AVX2 version is chosen at load time where the
-// processor has it.
+// (this file is built with -O3). On x86-64 Linux the kernels are also built for AVX2 and, with
+// GCC, for AVX-512 (x86-64-v4); the loader picks the best one the processor runs.
 #include "CairoPixels.h"
 
 #include <algorithm>
 
-#if defined(__GNUC__) && defined(__x86_64__) && defined(__linux__)
+#if defined(__x86_64__) && defined(__linux__) && !defined(__clang__) && __GNUC__ >= 11
+#define QZ_PIXEL_KERNEL __attribute__((target_clones("arch=x86-64-v4", "avx2", "default")))
+#elif defined(__x86_64__) && defined(__linux__) && defined(__clang__)
 #define QZ_PIXEL_KERNEL __attribute__((target_clones("avx2", "default")))
 #else
 #define QZ_PIXEL_KERNEL

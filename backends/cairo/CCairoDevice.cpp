@@ -148,6 +148,12 @@ void CCairoDevice::Clear()
     cairo_restore(m_pCairo);
 }
 
+// A surface cairo could not allocate has no pixels; drawing on it through cairo does nothing.
+bool CCairoDevice::DrawsDirectly() const
+{
+    return m_bDirectDrawing && cairo_surface_status(m_pSurface) == CAIRO_STATUS_SUCCESS;
+}
+
 void CCairoDevice::SetColor(uint32_t argb)
 {
     cairo_set_source_rgba(m_pCairo, Channel(argb, 16), Channel(argb, 8), Channel(argb, 0),
@@ -162,7 +168,7 @@ void CCairoDevice::FillRect(int x1, int y1, int x2, int y2, uint32_t argb)
     y2 = ClampInt(y2, -kClampMargin, m_nHeight + kClampMargin);
     if (x2 <= x1 || y2 <= y1)
         return;
-    if (m_bDirectDrawing)
+    if (DrawsDirectly())
     {
         BlendBlock(Intersect(GetClip(), x1, y1, x2, y2), argb);
         return;
@@ -252,7 +258,7 @@ void CCairoDevice::DrawTexture(TextureId texture, const RectI& source, int x, in
         return;
     // Inside the image, so within int.
     const RectI part{int(clip.left), int(clip.top), int(clip.right), int(clip.bottom)};
-    if (m_bDirectDrawing && scale == 1.0f &&
+    if (DrawsDirectly() && scale == 1.0f &&
         BlendTexture(image, source, part, x, y, width, height, alpha))
         return;
     const bool exact = scaleX == 1.0 && scaleY == 1.0 && scale == 1.0f;
@@ -404,9 +410,10 @@ const uint8_t* CCairoDevice::GetData()
 
 uint32_t CCairoDevice::GetPixel(int x, int y)
 {
-    if (x < 0 || y < 0 || x >= m_nWidth || y >= m_nHeight)
+    const uint8_t* data = GetData();
+    if (data == nullptr || x < 0 || y < 0 || x >= m_nWidth || y >= m_nHeight)
         return 0;
-    const uint8_t* row = GetData() + static_cast<size_t>(y) * GetStride();
+    const uint8_t* row = data + static_cast<size_t>(y) * GetStride();
     uint32_t pixel = 0;
     std::memcpy(&pixel, row + static_cast<size_t>(x) * 4, sizeof pixel);
     return pixel;

@@ -75,6 +75,7 @@ public:
 
 private:
     void SetColor(uint32_t argb);
+    bool DrawsDirectly() const;
     // The rectangle draws are restricted to: the surface, or the innermost clip.
     RectI GetClip() const;
     void ApplyClip();

@@ -1,6 +1,6 @@
 // Blocks and images the device blends into the surface itself must come out exactly as cairo
 // draws them: every draw here goes to a device drawing directly and to one drawing through cairo
-// only, and the two surfaces are compared pixel for pixel.
+// only, and the two surfaces are compared pixel for pixel, without and then with a clip.
 #include "CCairoDevice.h"
 #include "TestPng.h"
 
@@ -8,10 +8,10 @@
 
 #include <functional>
 #include <sstream>
+#include <vector>
 
 using QzPlatform::CCairoDevice;
 using QzPlatform::RectI;
-using QzPlatform::SizeI;
 using QzPlatform::TextureId;
 
 namespace
@@ -26,13 +26,21 @@ uint32_t Premultiplied(uint32_t alpha, uint32_t r, uint32_t g, uint32_t b)
     return alpha << 24 | (r * alpha / 255) << 16 | (g * alpha / 255) << 8 | (b * alpha / 255);
 }
 
+// An image drawn whole at (x, y) in width x height.
+struct Placement
+{
+    TextureId texture;
+    int x, y, width, height;
+    uint8_t alpha;
+};
+
 class CairoDirect : public ::testing::Test
 {
 protected:
     CairoDirect() : direct(kWidth, kHeight), cairo(kWidth, kHeight)
     {
         cairo.SetDirectDrawing(false);
-        // A background of translucent stripes, so that every blend meets different pixels.
+        // Translucent stripes, so that every blend meets different pixels.
         Draw(
             [](CCairoDevice& device)
             {
@@ -64,26 +72,39 @@ protected:
                 if (direct.GetPixel(x, y) != cairo.GetPixel(x, y))
                 {
                     std::ostringstream text;
-                    text << std::hex << "at " << std::dec << x << "," << y << std::hex
-                         << ": direct 0x" << direct.GetPixel(x, y) << ", cairo 0x"
-                         << cairo.GetPixel(x, y);
+                    text << x << "," << y << std::hex << ": direct 0x" << direct.GetPixel(x, y)
+                         << ", cairo 0x" << cairo.GetPixel(x, y);
                     return text.str();
                 }
         return "";
+    }
+    void ExpectSameDraws(const std::vector<Placement>& placements, const RectI& clip)
+    {
+        for (const bool clipped : {false, true})
+        {
+            if (clipped)
+                Draw([&](CCairoDevice& device) { device.PushClip(clip); });
+            for (const Placement& p : placements)
+            {
+                const QzPlatform::SizeI size = direct.GetTextureSize(p.texture);
+                Draw(
+                    [&](CCairoDevice& device)
+                    {
+                        device.DrawTexture(p.texture, RectI{0, 0, size.cx, size.cy}, p.x, p.y,
+                                           p.width, p.height, p.alpha, 1.0f);
+                    });
+                ASSERT_EQ("", Difference()) << "image " << p.texture << " at " << p.x << "," << p.y
+                                            << " in " << p.width << "x" << p.height;
+            }
+        }
     }
     CCairoDevice direct;
     CCairoDevice cairo;
 };
 
-struct Placement
-{
-    int x, y, width, height;
-    uint8_t alpha;
-};
-
 } // namespace
 
-TEST_F(CairoDirect, UnscaledImagesOnAndOffTheEdgesWithAndWithoutClip)
+TEST_F(CairoDirect, UnscaledImagesOnAndOffTheEdges)
 {
     // Every pixel differs; alpha runs from 0 to 255 over the image.
     const TextureId id =
@@ -93,25 +114,16 @@ TEST_F(CairoDirect, UnscaledImagesOnAndOffTheEdgesWithAndWithoutClip)
                  const uint32_t alpha = std::min(255, (y * 10 + x) * 5);
                  return Premultiplied(x == 9 ? 255 : alpha, 40 * y, 255 - 20 * x, 90);
              });
-    const Placement placements[] = {
-        {3, 2, 10, 6, 255},   {20, 10, 10, 6, 200}, {-4, 5, 10, 6, 128}, {35, -3, 10, 6, 77},
-        {-6, 27, 10, 6, 1},   {33, 26, 10, 6, 254}, {50, 0, 10, 6, 255}, {0, -6, 10, 6, 255},
-        {12, 20, 10, 6, 160}, {15, 3, 10, 6, 255},
-    };
-    for (const bool clipped : {false, true})
-    {
-        if (clipped)
-            Draw([](CCairoDevice& device) { device.PushClip(RectI{5, 4, 31, 24}); });
-        for (const Placement& p : placements)
-        {
-            Draw(
-                [&](CCairoDevice& device) {
-                    device.DrawTexture(id, RectI{0, 0, 10, 6}, p.x, p.y, 10, 6, p.alpha, 1.0f);
-                });
-            ASSERT_EQ("", Difference()) << p.x << "," << p.y << " alpha " << int(p.alpha);
-        }
-    }
-    // Source rectangles reaching out of the image draw only the part inside it.
+    ExpectSameDraws({{id, 3, 2, 10, 6, 255},
+                     {id, 20, 10, 10, 6, 200},
+                     {id, -4, 5, 10, 6, 128},
+                     {id, 35, -3, 10, 6, 77},
+                     {id, -6, 27, 10, 6, 1},
+                     {id, 33, 26, 10, 6, 254},
+                     {id, 50, 0, 10, 6, 255},
+                     {id, 12, 20, 10, 6, 160}},
+                    RectI{5, 4, 31, 24});
+    // A source rectangle reaching out of the image draws only the part inside it.
     Draw(
         [&](CCairoDevice& device) {
             device.DrawTexture(id, RectI{-3, 2, 6, 9}, 8, 8, 9, 7, 180, 1.0f);
@@ -121,45 +133,27 @@ TEST_F(CairoDirect, UnscaledImagesOnAndOffTheEdgesWithAndWithoutClip)
 
 TEST_F(CairoDirect, StretchedPlainRowsColumnsAndBlocks)
 {
-    // Rows of one colour each, rows all alike, and one colour throughout.
+    // Rows of one colour each, rows all alike, one colour throughout; and, for cairo to filter,
+    // colours changing both ways.
     const TextureId rows = Load(
         "rows.png", 4, 5, [](int, int y) { return Premultiplied(60 + 40 * y, 200, 9 * y, 30); });
     const TextureId columns = Load(
         "columns.png", 5, 4, [](int x, int) { return Premultiplied(255 - 50 * x, 20, 90, 7); });
     const TextureId block = Load("block.png", 3, 3, [](int, int) { return 0xC0804020u; });
-    // Stretched like the others, these go through cairo's filtering.
     const TextureId mixed =
         Load("mixed.png", 4, 4, [](int x, int y) { return Premultiplied(255, 60 * x, 60 * y, 0); });
-    struct Case
-    {
-        TextureId texture;
-        Placement placement;
-    };
-    const Case cases[] = {
-        {rows, {2, 3, 30, 5, 255}},     {rows, {-5, 20, 3, 5, 140}},
-        {rows, {25, 1, 64, 5, 255}},    {columns, {4, 2, 5, 25, 255}},
-        {columns, {30, 26, 5, 3, 90}},  {block, {6, 6, 31, 17, 255}},
-        {block, {-10, -2, 2, 40, 200}}, {block, {20, 15, 100, 1, 255}},
-        {mixed, {1, 1, 4, 20, 255}},    {mixed, {9, 2, 25, 4, 255}},
-        {rows, {12, 4, 4, 13, 255}},
-    };
-    for (const bool clipped : {false, true})
-    {
-        if (clipped)
-            Draw([](CCairoDevice& device) { device.PushClip(RectI{3, 5, 28, 22}); });
-        for (const Case& c : cases)
-        {
-            const SizeI size = direct.GetTextureSize(c.texture);
-            const Placement& p = c.placement;
-            Draw(
-                [&](CCairoDevice& device)
-                {
-                    device.DrawTexture(c.texture, RectI{0, 0, size.cx, size.cy}, p.x, p.y, p.width,
-                                       p.height, p.alpha, 1.0f);
-                });
-            ASSERT_EQ("", Difference()) << p.x << "," << p.y << " " << p.width << "x" << p.height;
-        }
-    }
+    ExpectSameDraws({{rows, 2, 3, 30, 5, 255},
+                     {rows, -5, 20, 3, 5, 140},
+                     {rows, 25, 1, 64, 5, 255},
+                     {rows, 12, 4, 4, 13, 255},
+                     {columns, 4, 2, 5, 25, 255},
+                     {columns, 30, 26, 5, 3, 90},
+                     {block, 6, 6, 31, 17, 255},
+                     {block, -10, -2, 2, 40, 200},
+                     {block, 20, 15, 100, 1, 255},
+                     {mixed, 1, 1, 4, 20, 255},
+                     {mixed, 9, 2, 25, 4, 255}},
+                    RectI{3, 5, 28, 22});
 }
 
 TEST_F(CairoDirect, BlocksOfEveryOpacity)

@@ -32,6 +32,7 @@ inline uint16_t MulUn8(uint16_t x, uint16_t y)
     return static_cast<uint16_t>((uint32_t(t) * 0x101u) >> 16);
 }
 
+// Saturating, as cairo's sums are (premultiplied pixels never reach the limit).
 inline uint8_t AddUn8(uint16_t x, uint16_t y)
 {
     const uint16_t sum = static_cast<uint16_t>(x + y);

@@ -10,6 +10,7 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 typedef struct _cairo cairo_t;
 
@@ -48,11 +49,18 @@ public:
                   uint32_t shadowArgb) override;
     SizeI MeasureText(const std::string& utf8, const FontSpec& font) override;
 
+    // Clips nest until BeginFrame, which starts every frame unclipped.
+    void PushClip(const RectI& clip) override;
+    void PopClip() override;
+
     // Host controls.
     void SetClearColor(uint32_t argb) { m_dwClearColor = argb; }
     uint32_t GetClearColor() const { return m_dwClearColor; }
-    // Fills the whole surface with the clear colour (what BeginFrame does).
+    // Fills the whole surface with the clear colour (what BeginFrame does), whatever the clip.
     void Clear();
+    // Blocks and unscaled images are blended straight into the surface's pixels, with the same
+    // results as cairo's; turned off, every draw goes through cairo (for comparisons).
+    void SetDirectDrawing(bool enabled) { m_bDirectDrawing = enabled; }
     // Writes the surface as a PNG file; false when it cannot be written.
     bool SavePng(const std::string& path);
     // Rows of the surface: GetStride() bytes apart, one per screen line, 4 bytes a pixel.
@@ -67,13 +75,24 @@ public:
 
 private:
     void SetColor(uint32_t argb);
-    void ShowLayout(int x, int y, const std::string& utf8, const FontSpec& font, uint32_t argb);
+    bool DrawsDirectly() const;
+    // The rectangle draws are restricted to: the surface, or the innermost clip.
+    RectI GetClip() const;
+    void ApplyClip();
+    void BlendBlock(const RectI& block, uint32_t argb);
+    bool BlendTexture(cairo_surface_t* image, const RectI& source, const RectI& part, int x, int y,
+                      int width, int height, uint8_t alpha);
+    void PaintTexture(cairo_surface_t* image, const RectI& source, const RectI& part, int x, int y,
+                      double scaleX, double scaleY, bool exact, uint8_t alpha);
+    void ShowLayout(int x, int y, PangoLayout* layout, uint32_t argb);
 
     int m_nWidth;
     int m_nHeight;
     cairo_surface_t* m_pSurface = nullptr;
     cairo_t* m_pCairo = nullptr;
     uint32_t m_dwClearColor = kDefaultClearColor;
+    bool m_bDirectDrawing = true;
+    std::vector<RectI> m_vecClips; // each already inside the one before
     CCairoImageCache m_imageCache;
     CCairoTextCache m_textCache;
 };

@@ -142,3 +142,31 @@ TEST_F(CairoShapes, HostileCoordinatesDoNotBreakLaterDrawing)
     device.FillRect(2, 2, 4, 4, 0xFF0000FF);
     EXPECT_EQ(0xFF0000FFu, device.GetPixel(3, 3));
 }
+
+TEST_F(CairoShapes, ClipsNestUntilPoppedAndEndWithTheFrame)
+{
+    device.PushClip(QzPlatform::RectI{2, 2, 10, 10});
+    device.PushClip(
+        QzPlatform::RectI{6, INT_MIN, INT_MAX, 6}); // meets the outer clip in 6..9 x 2..5
+    device.FillRect(0, 0, 16, 12, kRed);
+    device.PopClip();
+    device.DrawLine(0, 8, 15, 8, 0xFF00FF00); // through cairo, still inside the outer clip
+    device.PopClip();
+    device.PopClip();                               // one too many: ignored
+    device.PushClip(QzPlatform::RectI{9, 9, 3, 3}); // inverted: nothing gets through
+    device.FillRect(0, 0, 16, 12, 0xFF0000FF);
+    for (int y = 0; y < 12; ++y)
+        for (int x = 0; x < 16; ++x)
+        {
+            const bool red = x >= 6 && x < 10 && y >= 2 && y < 6;
+            const bool green = y == 8 && x >= 2 && x < 10;
+            EXPECT_EQ(red     ? kRed
+                      : green ? 0xFF00FF00
+                              : kBack,
+                      device.GetPixel(x, y))
+                << x << "," << y;
+        }
+    device.BeginFrame(); // drops the clip left in force
+    device.FillRect(0, 0, 16, 12, kRed);
+    EXPECT_EQ(kRed, device.GetPixel(0, 0));
+}

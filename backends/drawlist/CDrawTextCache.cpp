@@ -78,28 +78,38 @@ CDrawTextCache::~CDrawTextCache()
 
 SizeI CDrawTextCache::Measure(const std::string& utf8, const FontSpec& font)
 {
-    SizeI extent;
-    if (CDrawAsciiLayout::Takes(utf8) && m_ascii.Measure(utf8, FaceOf(font), SizeOf(font), extent))
-        return extent;
     Entry& entry = Acquire(utf8, font);
     if (!entry.measured)
-        g_object_unref(CreateLayout(entry));
+        Lay(entry, false);
     return entry.extent;
 }
 
 const std::vector<DrawQuad>& CDrawTextCache::GetQuads(const std::string& utf8, const FontSpec& font)
 {
-    if (CDrawAsciiLayout::Takes(utf8) &&
-        m_ascii.BuildQuads(utf8, FaceOf(font), SizeOf(font), m_vecAsciiQuads))
-        return m_vecAsciiQuads;
     Entry& entry = Acquire(utf8, font);
     if (!entry.hasQuads)
-    {
-        PangoLayout* layout = CreateLayout(entry);
-        BuildQuads(entry, layout);
-        g_object_unref(layout);
-    }
+        Lay(entry, true);
     return entry.quads;
+}
+
+// One line of printable ASCII is laid out pair by pair; other text, and ASCII the font does not
+// lay out that way, with a pango layout.
+void CDrawTextCache::Lay(Entry& entry, bool withQuads)
+{
+    if (CDrawAsciiLayout::Takes(entry.text) &&
+        m_ascii.Measure(entry.text, entry.face, entry.size, entry.extent))
+    {
+        entry.measured = true;
+        if (!withQuads)
+            return;
+        entry.hasQuads = m_ascii.BuildQuads(entry.text, entry.face, entry.size, entry.quads);
+        if (entry.hasQuads)
+            return;
+    }
+    PangoLayout* layout = CreateLayout(entry);
+    if (withQuads)
+        BuildQuads(entry, layout);
+    g_object_unref(layout);
 }
 
 CDrawTextCache::Entry& CDrawTextCache::Acquire(const std::string& utf8, const FontSpec& font)

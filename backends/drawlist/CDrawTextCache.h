@@ -71,15 +71,15 @@ private:
     uint32_t TakeSlot();
     void Unlink(uint32_t index);
     void PushNewest(uint32_t index);
+    void Lay(Entry& entry, bool withQuads);
     PangoLayout* CreateLayout(Entry& entry) const;
     void BuildQuads(Entry& entry, PangoLayout* layout);
 
     CDrawGlyphCache& m_glyphs;
     size_t m_nCapacity;
     PangoContext* m_pContext = nullptr;
-    // One line of printable ASCII goes this way, without an entry of its own.
+    // Lays out one line of printable ASCII without a pango layout.
     CDrawAsciiLayout m_ascii;
-    std::vector<DrawQuad> m_vecAsciiQuads;
     std::vector<Entry> m_vecEntries;
     std::unordered_multimap<size_t, uint32_t> m_mapIndex; // hash of the key -> entry
     uint32_t m_nNewest = kNone;

@@ -65,7 +65,7 @@ public:
     virtual void CreateCtrls();
     virtual void OnCreateCtrls() {}
     virtual void ReloadInfo(int nMode);
-    virtual void OnInitDialog(uint64_t nParam) {}
+    virtual void OnInitDialog(uint64_t /*nParam*/) {}
     virtual void OnAfterDraw() {}
     virtual void DrawCtrls();
     virtual void OnHoverDraw() {}
@@ -73,17 +73,17 @@ public:
     virtual BOOL CloseByEvent(DWORD nEvent);
     virtual LRESULT RouteToChildren(UINT message, WPARAM wParam, LPARAM lParam);
     virtual void OnUserHook() {}
-    virtual BOOL CanHandleEvent(DWORD nCode) { return 0; }
-    virtual void HandleEvent(DWORD nCode) {}
+    virtual BOOL CanHandleEvent(DWORD /*nCode*/) { return 0; }
+    virtual void HandleEvent(DWORD /*nCode*/) {}
     virtual void OnCreated() {}
     virtual void OnDrag(UINT nFlags, int x, int y);
-    virtual void OnSize(WPARAM nWidth, LPARAM nHeight) {}
+    virtual void OnSize(WPARAM /*nWidth*/, LPARAM /*nHeight*/) {}
     virtual void OnMove(WPARAM x, LPARAM y);
     virtual BOOL OnCommand(WORD nCode, WORD nId);
     virtual BOOL OnNotify(WORD nCode, WORD nId);
 
     // IMyMsgCallBack: nothing.
-    void OnMsgCallBack(DWORD nCode, uint64_t nData) override {}
+    void OnMsgCallBack(DWORD /*nCode*/, uint64_t /*nData*/) override {}
 
     // The per-frame draw of the manager or the parent dialog, and the hover drawing of the
     // dialog under the mouse.

@@ -1,0 +1,53 @@
+# The headers a host includes. Each library names its own with qzgui_public_headers; they are
+# installed under include/QzGui/ with their paths below the library's source folder, so that the
+# includes between them ("framework/QzDialog.h", "CDrawListDevice.h") resolve there as they do
+# in the source tree.
+
+# qzgui_public_headers(<target> BASE <dir> HEADERS <path below dir>...)
+function(qzgui_public_headers target)
+  cmake_parse_arguments(arg "" "BASE" "HEADERS" ${ARGN})
+  set_property(TARGET ${target} PROPERTY QZGUI_HEADER_BASE ${arg_BASE})
+  set_property(TARGET ${target} PROPERTY QZGUI_PUBLIC_HEADERS ${arg_HEADERS})
+endfunction()
+
+# Fails the configuration when a public header of the given targets includes a project header
+# that is not public itself: the installed tree would not compile. A quoted include resolves
+# beside the including header first, then below each library's folder, as it does for a host.
+function(qzgui_check_public_headers)
+  set(roots "")
+  set(public "")
+  foreach(target ${ARGN})
+    get_target_property(base ${target} QZGUI_HEADER_BASE)
+    get_target_property(headers ${target} QZGUI_PUBLIC_HEADERS)
+    list(APPEND roots ${base})
+    foreach(header ${headers})
+      list(APPEND public ${base}/${header})
+    endforeach()
+  endforeach()
+  set(missing "")
+  foreach(header ${public})
+    if(NOT EXISTS ${header})
+      list(APPEND missing "${header} (listed, but no such file)")
+      continue()
+    endif()
+    get_filename_component(dir ${header} DIRECTORY)
+    file(STRINGS ${header} lines REGEX "^[ \t]*#[ \t]*include[ \t]*\"")
+    foreach(line ${lines})
+      string(REGEX REPLACE "^[ \t]*#[ \t]*include[ \t]*\"([^\"]+)\".*" "\\1" name "${line}")
+      set(found "")
+      foreach(root ${dir} ${roots})
+        if(EXISTS ${root}/${name})
+          get_filename_component(found ${root}/${name} ABSOLUTE)
+          break()
+        endif()
+      endforeach()
+      if(NOT found IN_LIST public)
+        list(APPEND missing "${name} (included by ${header})")
+      endif()
+    endforeach()
+  endforeach()
+  if(missing)
+    list(JOIN missing "\n  " text)
+    message(FATAL_ERROR "Public headers include headers that are not installed:\n  ${text}")
+  endif()
+endfunction()

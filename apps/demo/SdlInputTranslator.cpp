@@ -237,10 +237,12 @@ void CSdlInputTranslator::Key(const SDL_KeyboardEvent& key, std::vector<DemoInpu
 }
 
 // The characters TranslateMessage makes of keys that SDL gives no text for: Backspace, Tab,
-// Enter and Escape, and Ctrl with a letter its control character (Ctrl+V is 0x16).
+// Enter and Escape, and Ctrl with a letter its control character (Ctrl+V is 0x16; with AltGr,
+// which is Ctrl+Alt, none).
 void CSdlInputTranslator::KeyCharacters(int vk, uint32_t lParam, std::vector<DemoInput>& out) const
 {
     const bool control = (m_nModifiers & kModControl) != 0;
+    const bool alt = (m_nModifiers & kModAlt) != 0;
     uint32_t code = 0;
     if (vk == VK_BACK)
         code = control ? 0x7F : 0x08;
@@ -250,7 +252,7 @@ void CSdlInputTranslator::KeyCharacters(int vk, uint32_t lParam, std::vector<Dem
         code = control ? 0x0A : 0x0D;
     else if (vk == VK_ESCAPE)
         code = 0x1B;
-    else if (control && vk >= 'A' && vk <= 'Z')
+    else if (control && !alt && vk >= 'A' && vk <= 'Z')
         code = static_cast<uint32_t>(vk - 'A' + 1);
     if (code == 0)
         return;

@@ -37,7 +37,7 @@ public:
     // The name of the SDL renderer in use ("" before Open).
     const char* GetRendererName() const;
     // Replaces events by the user's events since the last call; false once the user closed the
-    // window.
+    // window (events then holds what came before the close).
     bool PollEvents(std::vector<SDL_Event>& events);
     // Shows one frame of premultiplied ARGB pixels, width x height, stretched to the window.
     void Present(const uint8_t* pixels, int stride, int width, int height);

@@ -97,10 +97,11 @@ int RunWindow(CDemoHost& host, CSdlPresenter& presenter, const DemoOptions& opti
     for (;;)
     {
         const uint32_t frameStart = SDL_GetTicks();
-        if (!presenter.PollEvents(events))
-            break;
+        const bool bOpen = presenter.PollEvents(events);
         QzPlatform::Host::SetTime(CDemoHost::kStartMs + (frameStart - start));
         session.RunFrame(events);
+        if (!bOpen)
+            break;
         clipboard.Export();
         presenter.ShowCursor(host.GetSystemCursor());
         host.GetScreen().Present(presenter);

@@ -1,7 +1,8 @@
 // Recordings of the window mode played back headless: input that goes through the window's own
 // path (SDL events, translation, recording, the host) replays to the screenshots a script of the
-// same input makes, a frame without input runs at the time between its neighbours, and a broken
-// recording stops the demo with the line that is wrong.
+// same input makes, the bundle's recording (made in the window) replays to the same shots every
+// run, a frame without input runs at the time between its neighbours, and a broken recording
+// stops the demo with the line that is wrong.
 #include "DemoReplay.h"
 #include "DemoRecorder.h"
 #include "DemoRun.h"
@@ -13,6 +14,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <fstream>
 #include <iterator>
 #include <string>
@@ -139,6 +141,45 @@ TEST(DemoReplay, ARecordedSessionReplaysToTheShotsOfTheSameInputScripted)
     // The recording starts with the screen's size, at the start of the clock.
     EXPECT_EQ(0u,
               ReadFile(folder / "session.txt").find("qzgui-recording 1\n0 100000 size 1024 768\n"));
+}
+
+// The right end of the text of a row of the screen, coloured or light, over the dark skin; 0
+// when there is none.
+int TextEnd(const QzTest::Image& image, const Box& row)
+{
+    int right = 0;
+    for (int y = row.top; y < row.bottom; ++y)
+        for (int x = row.left; x < row.right; ++x)
+        {
+            const uint32_t pixel = image.At(x, y);
+            if (std::max({Red(pixel), Green(pixel), Blue(pixel)}) > 150)
+                right = std::max(right, x);
+        }
+    return right;
+}
+
+TEST(DemoReplay, TheBundlesRecordingReplaysToTheSameShotsEveryRun)
+{
+    TempFolder folder("replay-bundle");
+    const std::string recording =
+        std::string(QZGUI_BINARY_DIR) + "/demo-bundle/recordings/chat-and-login.txt";
+    ASSERT_EQ(0, RunDemo("--headless --replay " + recording + " --out " + (folder / "first")));
+    ASSERT_EQ(0, RunDemo("--headless --replay " + recording + " --out " + (folder / "second")));
+    for (const char* shot : {"shot-001.png", "shot-002.png", "shot-003.png"})
+    {
+        EXPECT_EQ(0, Diffs(ReadShot(folder / "first/" + shot), ReadShot(folder / "second/" + shot),
+                           kScreen))
+            << shot;
+    }
+    // The line sent is "hi", which the double click let replace "hello #02": the last row of the
+    // history ends soon after "[Guild] You:".
+    const Box lastRow = {656, 392, 900, 406};
+    const int before = TextEnd(ReadShot(folder / "first/shot-001.png"), lastRow);
+    const int after = TextEnd(ReadShot(folder / "first/shot-002.png"), lastRow);
+    EXPECT_NE(before, after);
+    EXPECT_GT(after, 720);
+    EXPECT_LT(after, 760);
+    EXPECT_GT(TextRight(ReadShot(folder / "first/shot-003.png"), kNameField), 35);
 }
 
 TEST(DemoReplay, AFrameWithoutInputRunsAtTheTimeBetweenItsNeighbours)

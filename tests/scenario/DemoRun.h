@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <cstdlib>
 #include <filesystem>
@@ -140,7 +141,7 @@ inline int TextRight(const QzTest::Image& image, const Box& rc)
     int right = 0;
     for (int y = rc.top + 6; y < rc.bottom - 6; ++y)
         for (int x = rc.left + 6; x < rc.right - 6; ++x)
-            right = IsLight(image.At(x, y)) ? x - rc.left : right;
+            right = IsLight(image.At(x, y)) ? std::max(right, x - rc.left) : right;
     return right;
 }
 

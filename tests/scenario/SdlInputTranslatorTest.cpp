@@ -1,5 +1,5 @@
 // The window mode's translation of SDL events into the input of a Win32 main window: mouse
-// messages and their MK_ flags, double clicks by Windows' time and distance, wheel notches, the
+// messages and their MK_ flags, wheel notches, double clicks by Windows' time and distance, the
 // lParam bits of key messages, the characters TranslateMessage makes, the input method's text,
 // paste keys that take in the desktop's clipboard, sizes and screenshot marks.
 #include "SdlInputTranslator.h"
@@ -32,28 +32,34 @@ std::vector<UINT> Messages(const std::vector<DemoInput>& inputs)
     return messages;
 }
 
-TEST(SdlInputTranslator, MouseMessagesCarryThePositionAndTheButtonsAndModifiersHeld)
+TEST(SdlInputTranslator, MouseMessagesCarryThePositionTheButtonsAndModifiersHeldAndTheWheel)
 {
     CSdlInputTranslator translator;
     const std::vector<DemoInput> out = Translate(
         translator, {Motion(10, 20), Key(SDL_SCANCODE_LSHIFT, SDLK_LSHIFT, true, KMOD_LSHIFT),
                      Button(SDL_BUTTON_LEFT, true, 11, 21), Motion(-40, 99999),
-                     Button(SDL_BUTTON_RIGHT, true, 0, 0), Button(SDL_BUTTON_LEFT, false, 0, 0),
-                     Button(SDL_BUTTON_MIDDLE, true, 0, 0), Button(SDL_BUTTON_X1, true, 0, 0)});
+                     Button(SDL_BUTTON_RIGHT, true, 0, 0), Button(SDL_BUTTON_LEFT, false, 3, 4),
+                     Button(SDL_BUTTON_MIDDLE, true, 3, 4), Button(SDL_BUTTON_X1, true, 0, 0),
+                     Wheel(1), Wheel(-2), Wheel(1, true), Wheel(0)});
     struct Expected
     {
         UINT message;
         int x, y;
         WPARAM keys;
+        int wheel;
     };
+    const WPARAM shift = MK_SHIFT;
     const Expected expected[] = {
-        {WM_MOUSEMOVE, 10, 20, 0},
-        {WM_KEYDOWN, 0, 0, 0},
-        {WM_LBUTTONDOWN, 11, 21, MK_LBUTTON | MK_SHIFT},
-        {WM_MOUSEMOVE, -40, 32767, MK_LBUTTON | MK_SHIFT},
-        {WM_RBUTTONDOWN, 0, 0, MK_LBUTTON | MK_RBUTTON | MK_SHIFT},
-        {WM_LBUTTONUP, 0, 0, MK_RBUTTON | MK_SHIFT},
-        {WM_MBUTTONDOWN, 0, 0, MK_RBUTTON | MK_MBUTTON | MK_SHIFT},
+        {WM_MOUSEMOVE, 10, 20, 0, 0},
+        {WM_KEYDOWN, 0, 0, 0, 0},
+        {WM_LBUTTONDOWN, 11, 21, MK_LBUTTON | shift, 0},
+        {WM_MOUSEMOVE, -40, 32767, MK_LBUTTON | shift, 0},
+        {WM_RBUTTONDOWN, 0, 0, MK_LBUTTON | MK_RBUTTON | shift, 0},
+        {WM_LBUTTONUP, 3, 4, MK_RBUTTON | shift, 0},
+        {WM_MBUTTONDOWN, 3, 4, MK_RBUTTON | MK_MBUTTON | shift, 0},
+        {WM_MOUSEWHEEL, 3, 4, MK_RBUTTON | MK_MBUTTON | shift, WHEEL_DELTA},
+        {WM_MOUSEWHEEL, 3, 4, MK_RBUTTON | MK_MBUTTON | shift, -2 * WHEEL_DELTA},
+        {WM_MOUSEWHEEL, 3, 4, MK_RBUTTON | MK_MBUTTON | shift, -WHEEL_DELTA},
     };
     ASSERT_EQ(std::size(expected), out.size());
     for (size_t i = 0; i < out.size(); ++i)
@@ -64,6 +70,7 @@ TEST(SdlInputTranslator, MouseMessagesCarryThePositionAndTheButtonsAndModifiersH
         EXPECT_EQ(expected[i].x, out[i].x) << i;
         EXPECT_EQ(expected[i].y, out[i].y) << i;
         EXPECT_EQ(expected[i].keys, out[i].keys) << i;
+        EXPECT_EQ(expected[i].wheel, out[i].wheel) << i;
     }
 }
 
@@ -107,20 +114,6 @@ TEST(SdlInputTranslator, ASecondPressIsADoubleClickWithinWindowsTimeAndDistance)
     EXPECT_EQ(
         (std::vector<UINT>{WM_MBUTTONDOWN, WM_MBUTTONDBLCLK, WM_MBUTTONDOWN, WM_MBUTTONDBLCLK}),
         Messages(Translate(translator, presses)));
-}
-
-TEST(SdlInputTranslator, AWheelNotchIsWheelDeltaAtTheMousePosition)
-{
-    CSdlInputTranslator translator;
-    const std::vector<DemoInput> out =
-        Translate(translator, {Motion(30, 40), Wheel(1), Wheel(-2), Wheel(1, true), Wheel(0)});
-    ASSERT_EQ(4u, out.size());
-    EXPECT_EQ(WM_MOUSEWHEEL, out[1].message);
-    EXPECT_EQ(30, out[1].x);
-    EXPECT_EQ(40, out[1].y);
-    EXPECT_EQ(WHEEL_DELTA, out[1].wheel);
-    EXPECT_EQ(-2 * WHEEL_DELTA, out[2].wheel);
-    EXPECT_EQ(-WHEEL_DELTA, out[3].wheel);
 }
 
 TEST(SdlInputTranslator, KeyMessagesHaveTheLParamBitsWindowsSets)

@@ -1,16 +1,12 @@
-// The parts of the window mode beside the input: the clipboard shared with the desktop (on SDL's
-// dummy video driver, whose clipboard stays in the process), the SDL cursor for a standard
-// cursor, and the pictures of cursor files.
+// The window mode's clipboard shared with the desktop (on SDL's dummy video driver, whose
+// clipboard stays in the process) and the pictures of cursor files.
 #include "CursorImage.h"
 #include "HostClipboard.h"
 #include "SdlClipboard.h"
-#include "SdlCursor.h"
 
 #include <SDL.h>
-#include <cairo.h>
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <string>
 #include <vector>
 
@@ -47,100 +43,51 @@ TEST(SdlWindowParts, TheClipboardCrossesOnlyWhatChanged)
     SDL_QuitSubSystem(SDL_INIT_VIDEO);
 }
 
-TEST(SdlWindowParts, StandardCursorsBecomeSdlsOfTheSameShape)
+// A .cur file of one 32-bit image, 3 x 2 pixels, hot spot (1, 1): the top-left pixel opaque red,
+// the others half-transparent blue. Fields are little-endian.
+std::vector<uint8_t> CurFile()
 {
-    const std::pair<WORD, SDL_SystemCursor> cases[] = {
-        {32512, SDL_SYSTEM_CURSOR_ARROW}, {32513, SDL_SYSTEM_CURSOR_IBEAM},
-        {32514, SDL_SYSTEM_CURSOR_WAIT},  {32644, SDL_SYSTEM_CURSOR_SIZEWE},
-        {32649, SDL_SYSTEM_CURSOR_HAND},  {32650, SDL_SYSTEM_CURSOR_WAITARROW},
-        {32651, SDL_SYSTEM_CURSOR_ARROW}, {0, SDL_SYSTEM_CURSOR_ARROW},
-    };
-    for (const auto& [id, expected] : cases)
-        EXPECT_EQ(expected, SdlSystemCursorFor(id)) << id;
-}
-
-void Put16(std::vector<uint8_t>& bytes, uint32_t value)
-{
-    bytes.push_back(static_cast<uint8_t>(value));
-    bytes.push_back(static_cast<uint8_t>(value >> 8));
-}
-
-void Put32(std::vector<uint8_t>& bytes, uint32_t value)
-{
-    Put16(bytes, value & 0xFFFF);
-    Put16(bytes, value >> 16);
-}
-
-// A .cur file of one 32-bit image, width x height, hot spot (hotX, hotY); the top-left pixel
-// opaque red, the others half-transparent blue.
-std::vector<uint8_t> CurFile(int width, int height, int hotX, int hotY)
-{
-    std::vector<uint8_t> bytes;
-    Put16(bytes, 0);
-    Put16(bytes, 2);
-    Put16(bytes, 1);
-    bytes.insert(bytes.end(), {static_cast<uint8_t>(width), static_cast<uint8_t>(height), 0, 0});
-    Put16(bytes, hotX);
-    Put16(bytes, hotY);
-    const uint32_t size = 40 + static_cast<uint32_t>(width * height * 4);
-    Put32(bytes, size);
-    Put32(bytes, 22);
-    Put32(bytes, 40);
-    Put32(bytes, static_cast<uint32_t>(width));
-    Put32(bytes, static_cast<uint32_t>(height * 2));
-    Put16(bytes, 1);
-    Put16(bytes, 32);
-    for (int i = 0; i < 6; ++i)
-        Put32(bytes, 0);
-    for (int y = height - 1; y >= 0; --y)
-        for (int x = 0; x < width; ++x)
-            Put32(bytes, x == 0 && y == 0 ? 0xFFFF0000 : 0x800000FF);
+    std::vector<uint8_t> bytes = {0, 0, 2, 0,  1, 0, 3, 2, 0, 0, 1, 0, 1, 0, 64, 0, 0, 0,  22,
+                                  0, 0, 0, 40, 0, 0, 0, 3, 0, 0, 0, 4, 0, 0, 0,  1, 0, 32, 0};
+    bytes.resize(22 + 40);
+    for (int pixel = 0; pixel < 6; ++pixel)
+    {
+        const uint32_t argb = pixel == 3 ? 0xFFFF0000 : 0x800000FF; // rows from the bottom
+        for (int shift = 0; shift < 32; shift += 8)
+            bytes.push_back(static_cast<uint8_t>(argb >> shift));
+    }
     return bytes;
 }
 
-TEST(SdlWindowParts, CursorFilesGiveTheirPictureAndHotSpot)
+TEST(SdlWindowParts, CursorFilesGiveTheirPictureOrNothing)
 {
     CursorImage image;
-    ASSERT_TRUE(DecodeCursorImage(CurFile(3, 2, 1, 1), image));
+    ASSERT_TRUE(DecodeCursorImage(CurFile(), image));
     EXPECT_EQ(3, image.width);
     EXPECT_EQ(2, image.height);
     EXPECT_EQ(1, image.hotX);
     EXPECT_EQ(0xFFFF0000u, image.argb[0]);
     EXPECT_EQ(0x800000FFu, image.argb[5]);
-    // A PNG file is read as it is, the hot spot at its corner.
-    cairo_surface_t* png = cairo_image_surface_create(CAIRO_FORMAT_ARGB32, 4, 5);
-    const std::string path = testing::TempDir() + "qzgui-cursor.png";
-    ASSERT_EQ(CAIRO_STATUS_SUCCESS, cairo_surface_write_to_png(png, path.c_str()));
-    cairo_surface_destroy(png);
-    ASSERT_TRUE(LoadCursorImage(path, image));
-    EXPECT_EQ(4, image.width);
-    EXPECT_EQ(0, image.hotY);
-    std::remove(path.c_str());
-}
-
-TEST(SdlWindowParts, BrokenCursorFilesAreRefused)
-{
-    std::vector<uint8_t> truncated = CurFile(4, 4, 0, 0);
-    truncated.resize(truncated.size() - 1);
-    std::vector<uint8_t> farOffset = CurFile(2, 2, 0, 0);
-    farOffset[18] = 0xFF;
-    std::vector<uint8_t> paletted = CurFile(2, 2, 0, 0);
-    paletted[22 + 14] = 8;
+    auto broken = [](size_t at, uint8_t value)
+    {
+        std::vector<uint8_t> bytes = CurFile();
+        bytes[at] = value;
+        return bytes;
+    };
+    std::vector<uint8_t> truncated = CurFile();
+    truncated.pop_back();
     const std::vector<uint8_t> cases[] = {
-        {},       truncated,           farOffset,
-        paletted, CurFile(0, 2, 0, 0), {0x89, 'P', 'N', 'G', '\r', '\n', 0x1A, '\n', 1},
+        {},
+        truncated,
+        broken(2, 1),       // an icon, not a cursor
+        broken(21, 0x7F),   // the image far beyond the file
+        broken(22 + 14, 8), // a paletted bitmap
+        broken(22 + 5, 1),  // 259 pixels wide
+        broken(22 + 8, 0),  // no height
+        {0x89, 'P', 'N', 'G', '\r', '\n', 0x1A, '\n', 0},
     };
     for (const std::vector<uint8_t>& bytes : cases)
-    {
-        CursorImage image;
         EXPECT_FALSE(DecodeCursorImage(bytes, image)) << bytes.size();
-    }
-    // A bitmap wider than a cursor may be.
-    std::vector<uint8_t> wide = CurFile(2, 2, 0, 0);
-    wide[22 + 4] = 0x00;
-    wide[22 + 5] = 0x10;
-    CursorImage image;
-    EXPECT_FALSE(DecodeCursorImage(wide, image));
 }
 
 } // namespace

@@ -1,7 +1,6 @@
 #include "DemoHost.h"
 
 #include "HostClipboard.h"
-#include "SdlKeyMap.h"
 
 #include "framework/IQzGuiHelper.h"
 #include "framework/QzDialog.h"
@@ -23,8 +22,9 @@ const UINT kClassDoubleClicks = 0x0008; // CS_DBLCLKS
 const DWORD kFrameMs = 16;
 const char* const kLayoutFile = "DemoLayout.ini";
 const DWORD kFlyingDialogId = 300;
-// F5 flies the flying window in or out.
+// F5 flies the flying window in or out; F12 switches the manager's debug mode.
 const int kFlyKey = VK_F5;
+const WPARAM kDebugKey = 0x7B; // VK_F12
 
 // The windows of the sample layout besides the showcase: id and label.
 struct DemoDialog
@@ -253,7 +253,7 @@ void CDemoHost::PumpMessages()
     {
         // The game's loop looks at its keys before it dispatches them: F12 is the debug key.
         const bool repeat = (msg.lParam & (1 << 30)) != 0;
-        if (msg.message == WM_KEYDOWN && msg.wParam == DemoVk::kF12 && !repeat)
+        if (msg.message == WM_KEYDOWN && msg.wParam == kDebugKey && !repeat)
         {
             ToggleDebugMode();
             continue;

@@ -10,6 +10,7 @@
 namespace
 {
 
+const int kF10 = 0x79; // VK_F10
 const uint32_t kRepeatMask = 0xFFFF;
 const uint32_t kExtendedBit = 1u << 24;
 const uint32_t kContextBit = 1u << 29;
@@ -199,7 +200,7 @@ void CSdlInputTranslator::Key(const SDL_KeyboardEvent& key, std::vector<DemoInpu
     // Alt makes system keys unless Ctrl is held too (AltGr, Ctrl+Alt); F10 is one by itself.
     const int held = down ? m_nModifiers : before;
     const bool alt = (held & kModAlt) != 0;
-    const bool system = (alt && !(held & kModControl)) || win32.vk == DemoVk::kF10;
+    const bool system = (alt && !(held & kModControl)) || win32.vk == kF10;
     DemoInput input;
     input.kind = DemoInput::Key;
     input.message =

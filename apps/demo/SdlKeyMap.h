@@ -14,11 +14,3 @@ struct Win32Key
 };
 
 Win32Key Win32KeyFromSdl(const SDL_Keysym& keysym);
-
-// Virtual keys the demo names beyond those of the hosted system's headers.
-namespace DemoVk
-{
-const int kF9 = 0x78;
-const int kF10 = 0x79;
-const int kF12 = 0x7B;
-} // namespace DemoVk

@@ -5,7 +5,6 @@
 #include "DemoHost.h"
 #include "DemoRun.h"
 #include "ScopedCurrentDir.h"
-#include "SdlKeyMap.h"
 
 #include "framework/QzDialog.h"
 #include "framework/QzGuiMgr.h"
@@ -19,6 +18,7 @@
 namespace
 {
 
+const int kF12 = 0x7B;
 const DWORD kShowcaseId = 100;
 const DWORD kTopmostId = 400;
 const DWORD kControlsId = 500;
@@ -103,15 +103,15 @@ TEST_P(DemoHostInput, EscapeClosesTheWindowsTheUserOpenedTopFirstUnlessABoxHasTh
 TEST_P(DemoHostInput, F12SwitchesTheDebugModeWhicheverWindowHasTheKeys)
 {
     QzGui::IQzGuiMgr* mgr = m_pHost->GetGuiMgr();
-    Press(DemoVk::kF12);
+    Press(kF12);
     EXPECT_EQ(1, mgr->GetDebugMode());
     // An autorepeat of the held key changes nothing.
-    Post(DemoInput::Key, WM_KEYDOWN, {}, DemoVk::kF12, 0x40580001);
+    Post(DemoInput::Key, WM_KEYDOWN, {}, kF12, 0x40580001);
     Frame();
     EXPECT_EQ(1, mgr->GetDebugMode());
     Click(kLoginButton);
     Click(kNameField);
-    Press(DemoVk::kF12);
+    Press(kF12);
     EXPECT_EQ(0, mgr->GetDebugMode());
 }
 

@@ -1,22 +1,30 @@
 #include "DemoHost.h"
 
+#include "HostClipboard.h"
+
 #include "framework/IQzGuiHelper.h"
+#include "framework/QzDialog.h"
+#include "framework/QzGuiMgr.h"
 #include "layout/QzCursorMgr.h"
 #include "platform/render/IRenderDevice.h"
 #include "platform/system/host/QzHost.h"
 #include "platform/system/text/QzCodePage.h"
 
+#include <algorithm>
 #include <sys/stat.h>
 
 namespace
 {
 
 const wchar_t* const kClassName = L"QzGuiDemoHost";
+// The main window takes double clicks, as a game's window does for its GUI's sake.
+const UINT kClassDoubleClicks = 0x0008; // CS_DBLCLKS
 const DWORD kFrameMs = 16;
 const char* const kLayoutFile = "DemoLayout.ini";
 const DWORD kFlyingDialogId = 300;
-// F5 flies the flying window in or out.
+// F5 flies the flying window in or out; F12 switches the manager's debug mode.
 const int kFlyKey = VK_F5;
+const WPARAM kDebugKey = 0x7B; // VK_F12
 
 // The windows of the sample layout besides the showcase: id and label.
 struct DemoDialog
@@ -81,9 +89,11 @@ CDemoHost::~CDemoHost()
 bool CDemoHost::Create(bool bDebug)
 {
     WNDCLASSW wc = {};
+    wc.style = kClassDoubleClicks;
     wc.lpfnWndProc = &CDemoHost::WindowProc;
     wc.lpszClassName = kClassName;
     RegisterClassW(&wc);
+    m_nClassStyle = wc.style;
     m_hWnd = CreateWindowExW(0, kClassName, L"QzGui demo", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0,
                              m_nWidth, m_nHeight, nullptr, nullptr, nullptr, nullptr);
     if (!m_hWnd)
@@ -100,7 +110,22 @@ bool CDemoHost::Create(bool bDebug)
     if (QzGui::CQzCursorMgr* cursors = m_pGuiMgr->GetCursorMgr())
         cursors->SetCursorByName("Normal");
     AddDialogs();
+    if (auto* mgr = dynamic_cast<QzGui::CQzGuiMgr*>(m_pGuiMgr))
+    {
+        for (QzGui::CQzDialog* dialog : mgr->GetDialogs())
+        {
+            if (dialog->IsVisible())
+                m_vecResident.push_back(dialog);
+        }
+    }
     return true;
+}
+
+// The hosted system keeps a class's style but has no GetClassLong to read it back, and makes no
+// double clicks itself: the host that registered the class answers for it.
+bool CDemoHost::WantsDoubleClicks() const
+{
+    return (m_nClassStyle & kClassDoubleClicks) != 0;
 }
 
 void CDemoHost::AddDialogs()
@@ -133,14 +158,53 @@ void CDemoHost::ToggleFlyingDialog()
     m_pFlyingDialog->ShowWindow(m_pFlyingDialog->IsWindowVisible() ? SW_HIDE : SW_SHOW);
 }
 
-// The pointer is the "Normal" cursor of ini/Cursor.ini, or the cursor the window under it
-// names: the host asks that window with WM_SETCURSOR, as Windows asks a window on every move.
+void CDemoHost::ToggleDebugMode()
+{
+    if (m_pGuiMgr)
+        m_pGuiMgr->SetDebugMode(m_pGuiMgr->GetDebugMode() ? 0 : 1);
+}
+
+bool CDemoHost::IsResident(const QzGui::CQzDialog* dialog) const
+{
+    return std::find(m_vecResident.begin(), m_vecResident.end(), dialog) != m_vecResident.end();
+}
+
+// Escape closes the topmost dialog the user opened, as games close their windows, unless the
+// keys are being typed into a box: a bound edit box (its system window has the focus) or a
+// window of the manager with the key focus.
+bool CDemoHost::CloseTopDialog()
+{
+    auto* mgr = dynamic_cast<QzGui::CQzGuiMgr*>(m_pGuiMgr);
+    if (!mgr || mgr->GetKeyFocus() || GetFocus() != m_hWnd)
+        return false;
+    const std::list<QzGui::CQzDialog*>& dialogs = mgr->GetDialogs();
+    for (auto it = dialogs.rbegin(); it != dialogs.rend(); ++it)
+    {
+        QzGui::CQzDialog* dialog = *it;
+        if (dialog->GetParent() || !dialog->IsVisible() || IsResident(dialog))
+            continue;
+        dialog->ShowWindow(SW_HIDE);
+        return true;
+    }
+    return false;
+}
+
+// Before a move is routed the pointer is the "Normal" cursor of ini/Cursor.ini again, as
+// Windows gives a window its class cursor (none here: the manager's own) on every move; the
+// window the move reaches may set a system cursor (an edit box its I-beam).
+void CDemoHost::ResetCursor()
+{
+    if (QzGui::CQzCursorMgr* cursors = m_pGuiMgr->GetCursorMgr())
+    {
+        cursors->SetCursorByName(nullptr);
+        cursors->SetCursorByName("Normal");
+    }
+}
+
+// After the move, the cursor the window under the pointer names: the host asks that window with
+// WM_SETCURSOR, as Windows asks a window on every move.
 void CDemoHost::UpdateCursor(LPARAM lParam)
 {
-    QzGui::CQzCursorMgr* cursors = m_pGuiMgr->GetCursorMgr();
-    if (!cursors)
-        return;
-    cursors->SetCursorByName("Normal");
     const POINT pt = {GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
     if (QzGui::CQzDialog* dialog = m_pGuiMgr->DialogFromPoint(pt))
         dialog->SendMessage(WM_SETCURSOR, 0, 0);
@@ -150,18 +214,22 @@ LRESULT CDemoHost::OnHostMessage(UINT message, WPARAM wParam, LPARAM lParam)
 {
     if (!m_pGuiMgr)
         return 0;
+    if (message == WM_MOUSEMOVE)
+        ResetCursor();
     const BOOL handled = m_pGuiMgr->OnMessage(message, wParam, lParam);
     if (message == WM_MOUSEMOVE)
         UpdateCursor(lParam);
     if (handled)
         return 1;
-    // What no window took belongs to the game: here, a key that flies a window and the
-    // characters the showcase prints.
+    // What no window took belongs to the game: here, a key that flies a window, Escape that
+    // closes one and the characters the showcase prints.
     if (message == WM_KEYDOWN && wParam == static_cast<WPARAM>(kFlyKey))
     {
         ToggleFlyingDialog();
         return 1;
     }
+    if (message == WM_KEYDOWN && wParam == VK_ESCAPE && CloseTopDialog())
+        return 1;
     if (message == WM_CHAR)
     {
         m_showcase.OnChar(static_cast<wchar_t>(wParam));
@@ -182,7 +250,16 @@ void CDemoHost::PumpMessages()
 {
     MSG msg;
     while (PeekMessageW(&msg, nullptr, 0, 0, PM_REMOVE))
+    {
+        // The game's loop looks at its keys before it dispatches them: F12 is the debug key.
+        const bool repeat = (msg.lParam & (1 << 30)) != 0;
+        if (msg.message == WM_KEYDOWN && msg.wParam == kDebugKey && !repeat)
+        {
+            ToggleDebugMode();
+            continue;
+        }
         DispatchMessageW(&msg);
+    }
 }
 
 void CDemoHost::RunFrame()
@@ -192,17 +269,103 @@ void CDemoHost::RunFrame()
     if (m_pGuiMgr)
     {
         m_pGuiMgr->Show();
-        // The software cursor is the host's to draw, last, above everything.
-        if (QzGui::CQzCursorMgr* cursors = m_pGuiMgr->GetCursorMgr())
+        // The software cursor is the host's to draw, last, above everything, unless a window
+        // set a system cursor, which the window shows instead.
+        QzGui::CQzCursorMgr* cursors = m_pGuiMgr->GetCursorMgr();
+        if (cursors && !::GetCursor())
             cursors->DrawCursor();
     }
     m_pScreen->GetDevice().EndFrame();
 }
 
-void CDemoHost::PostMouse(UINT message, int x, int y, WPARAM keys)
+void CDemoHost::PostMouse(UINT message, int x, int y, WPARAM keys, int wheel)
 {
     QzPlatform::Host::SetCursorPos(x, y);
-    PostMessageW(m_hWnd, message, keys, MAKELPARAM(x, y));
+    if (message != WM_MOUSEWHEEL)
+    {
+        PostMessageW(m_hWnd, message, keys, MAKELPARAM(x, y));
+        return;
+    }
+    RECT rc = {};
+    GetWindowRect(m_hWnd, &rc);
+    PostMessageW(m_hWnd, WM_MOUSEWHEEL, MAKEWPARAM(keys, wheel),
+                 MAKELPARAM(x + rc.left, y + rc.top));
+}
+
+void CDemoHost::PostInput(const DemoInput& input)
+{
+    switch (input.kind)
+    {
+    case DemoInput::Mouse:
+        PostMouse(input.message, input.x, input.y, input.keys, input.wheel);
+        break;
+    case DemoInput::Key:
+        PostKey(input);
+        break;
+    case DemoInput::Char:
+        PostMessageW(KeyboardTarget(), WM_CHAR, static_cast<WPARAM>(input.code),
+                     static_cast<LPARAM>(input.lParam));
+        break;
+    case DemoInput::Compose:
+        KeyboardTarget();
+        QzPlatform::Host::InjectImeComposition(QzPlatform::Utf8ToWide(input.text).c_str());
+        break;
+    case DemoInput::Result:
+        PostImeResult(input.text);
+        break;
+    case DemoInput::Clipboard:
+        PumpMessages();
+        WriteHostClipboardText(input.text);
+        break;
+    case DemoInput::Size:
+        Resize(input.x, input.y);
+        break;
+    case DemoInput::Shot:
+        break;
+    }
+}
+
+// GetKeyState answers for the key and the modifiers as they are once the key message is taken
+// from the queue: everything posted before is handled first.
+void CDemoHost::PostKey(const DemoInput& input)
+{
+    HWND target = KeyboardTarget();
+    QzPlatform::Host::SetKeyState(VK_SHIFT, (input.modifiers & kModShift) != 0);
+    QzPlatform::Host::SetKeyState(VK_CONTROL, (input.modifiers & kModControl) != 0);
+    QzPlatform::Host::SetKeyState(VK_MENU, (input.modifiers & kModAlt) != 0);
+    const bool down = input.message == WM_KEYDOWN || input.message == WM_SYSKEYDOWN;
+    if (input.vk != VK_SHIFT && input.vk != VK_CONTROL && input.vk != VK_MENU)
+        QzPlatform::Host::SetKeyState(input.vk, down);
+    PostMessageW(target, input.message, static_cast<WPARAM>(input.vk),
+                 static_cast<LPARAM>(input.lParam));
+}
+
+// A result the focus window's input context refuses (no context, or a closed one) reaches the
+// window as the characters the user typed.
+void CDemoHost::PostImeResult(const std::string& text)
+{
+    HWND target = KeyboardTarget();
+    const std::wstring wide = QzPlatform::Utf8ToWide(text);
+    if (QzPlatform::Host::InjectImeResult(wide.c_str()))
+        return;
+    for (wchar_t ch : wide)
+        PostMessageW(target, WM_CHAR, static_cast<WPARAM>(ch), 1);
+}
+
+void CDemoHost::Resize(int width, int height)
+{
+    width = std::clamp(width, 1, 8192);
+    height = std::clamp(height, 1, 8192);
+    if (width == m_nWidth && height == m_nHeight)
+        return;
+    m_nWidth = width;
+    m_nHeight = height;
+    if (m_pScreen->Resize(width, height))
+        QzPlatform::SetRenderDevice(&m_pScreen->GetDevice());
+    if (m_hWnd)
+        MoveWindow(m_hWnd, 0, 0, width, height, TRUE);
+    if (m_pGuiMgr)
+        m_pGuiMgr->SetScreenSize(width, height);
 }
 
 void CDemoHost::RunStep(const DemoStep& step)
@@ -243,13 +406,8 @@ void CDemoHost::RunStep(const DemoStep& step)
         PostMouse(WM_LBUTTONUP, step.x, step.y, 0);
         break;
     case DemoStep::Wheel:
-    {
-        RECT rc = {};
-        GetWindowRect(m_hWnd, &rc);
-        PostMessageW(m_hWnd, WM_MOUSEWHEEL, MAKEWPARAM(0, step.value),
-                     MAKELPARAM(step.x + rc.left, step.y + rc.top));
+        PostMouse(WM_MOUSEWHEEL, step.x, step.y, 0, step.value);
         break;
-    }
     case DemoStep::Key:
         PressKey(step.value, step.modifier);
         break;
@@ -322,11 +480,11 @@ void CDemoHost::PressKey(int nKey, int nModifier)
     }
 }
 
-void CDemoHost::UseManualClock()
+void CDemoHost::UseManualClock(DWORD startMs)
 {
     if (m_bManualClock)
         return;
-    QzPlatform::Host::SetTime(100000);
+    QzPlatform::Host::SetTime(startMs);
     m_bManualClock = true;
 }
 

@@ -5,6 +5,7 @@
 
 #include "CollectionsDialog.h"
 #include "ControlsDialog.h"
+#include "DemoInput.h"
 #include "DemoScreen.h"
 #include "DemoScript.h"
 #include "LabelDialog.h"
@@ -29,18 +30,36 @@ public:
     CDemoHost(const CDemoHost&) = delete;
     CDemoHost& operator=(const CDemoHost&) = delete;
 
+    // The clock a headless run and the window start on.
+    static const DWORD kStartMs = 100000;
+
     // Creates the main window and the manager, and registers the dialogs of the sample layout.
     bool Create(bool bDebug);
     HWND GetWindow() const { return m_hWnd; }
+    int GetWidth() const { return m_nWidth; }
+    int GetHeight() const { return m_nHeight; }
+    // The main window's class has CS_DBLCLKS: its window gets double-click messages.
+    bool WantsDoubleClicks() const;
+    // The system cursor set (GetCursor); null while the host draws the manager's own cursor.
+    HCURSOR GetSystemCursor() const { return ::GetCursor(); }
     QzGui::IQzGuiMgr* GetGuiMgr() const { return m_pGuiMgr; }
     CDemoScreen& GetScreen() { return *m_pScreen; }
 
-    // Dispatches the posted messages, then draws one frame.
+    // Dispatches the posted messages, then draws one frame. F12 in the queue switches the
+    // manager's debug mode, whichever window has the keys.
     void RunFrame();
-    // Puts the client on the manual clock at 100000 ms, once. A headless run does so before
+    // Posts one input as Windows delivers it: mouse messages to the main window (the wheel in
+    // screen coordinates), keys and characters to the focus window once the input before them
+    // is handled, the input method's text through the focus window's input context (a result
+    // the closed context refuses becomes characters), clipboard text into the clipboard, a size
+    // to Resize. Shot marks are the caller's.
+    void PostInput(const DemoInput& input);
+    // The screen the manager and the device draw becomes width x height (each 1..8192).
+    void Resize(int width, int height);
+    // Puts the client on the manual clock at startMs, once. A headless run does so before
     // Create, so that the effects the client starts while it is created run on the same clock
-    // as the scripts and every run draws the same frames.
-    void UseManualClock();
+    // as the scripts and every run draws the same frames; the window sets it every frame.
+    void UseManualClock(DWORD startMs = kStartMs);
     // Runs a script headless on the manual clock (from 100000 ms on unless already on it);
     // screenshots go to outDir.
     bool RunScript(const CDemoScript& script, const std::string& outDir, std::string& error);
@@ -50,18 +69,25 @@ private:
     static LRESULT CALLBACK WindowProc(HWND hWnd, UINT message, WPARAM wParam, LPARAM lParam);
     void PumpMessages();
     void RunStep(const DemoStep& step);
-    void PostMouse(UINT message, int x, int y, WPARAM keys);
+    void PostMouse(UINT message, int x, int y, WPARAM keys, int wheel = 0);
+    void PostKey(const DemoInput& input);
+    void PostImeResult(const std::string& text);
     void PressKey(int nKey, int nModifier);
     HWND KeyboardTarget();
     static void TurnImeOn(HWND hWnd);
     LRESULT OnHostMessage(UINT message, WPARAM wParam, LPARAM lParam);
+    void ResetCursor();
     void UpdateCursor(LPARAM lParam);
     void AddDialogs();
     void ToggleFlyingDialog();
+    void ToggleDebugMode();
+    bool CloseTopDialog();
+    bool IsResident(const QzGui::CQzDialog* dialog) const;
 
     int m_nWidth;
     int m_nHeight;
     HWND m_hWnd = nullptr;
+    UINT m_nClassStyle = 0;
     std::unique_ptr<CDemoScreen> m_pScreen;
     QzGui::IQzGuiMgr* m_pGuiMgr = nullptr;
     CShowcaseDialog m_showcase;
@@ -71,5 +97,7 @@ private:
     std::unique_ptr<CPanelCaption> m_pPanelCaption;
     std::vector<std::unique_ptr<CLabelDialog>> m_vecDialogs;
     CLabelDialog* m_pFlyingDialog = nullptr;
+    // The dialogs shown from the start (the game's screen), which Escape leaves open.
+    std::vector<const QzGui::CQzDialog*> m_vecResident;
     bool m_bManualClock = false;
 };

@@ -28,18 +28,26 @@ bool ReadRenderer(const char* text, DemoRenderer& renderer)
 const char* DemoUsage()
 {
     return "usage: qzgui-demo [--help] [--headless] [--out DIR] [--data DIR] [--script FILE]\n"
-           "                  [--size WxH] [--renderer cairo|drawlist] [--debug]\n"
+           "                  [--record FILE] [--replay FILE] [--size WxH]\n"
+           "                  [--renderer cairo|drawlist] [--debug]\n"
            "  --headless         run scripts on a manual clock and save screenshots (also\n"
            "                     without a display)\n"
            "  --out DIR          screenshot folder (default out/demo)\n"
            "  --data DIR         data folder (default the sample bundle of the build)\n"
            "  --script FILE      the script to run headless (default the bundle's four)\n"
+           "  --record FILE      window mode: write the user's input to FILE; F9 in the window\n"
+           "                     marks a screenshot (shot-001, shot-002, ...)\n"
+           "  --replay FILE      headless: play a recording back and save its marked\n"
+           "                     screenshots in --out\n"
            "  --size WxH         screen size (default 1024x768)\n"
            "  --renderer NAME    drawlist: the draw-list device, drawn by SDL's renderer (the\n"
            "                     window's, SDL's software renderer headless); cairo: the cairo\n"
            "                     software device. Default: drawlist in the window, cairo\n"
            "                     headless\n"
-           "  --debug            the GUI helper's layout debugging tools\n";
+           "  --debug            the GUI helper's layout debugging tools\n"
+           "keys in the window: F5 flies a window in or out, F9 marks a screenshot while\n"
+           "recording, F12 switches the debug mode, Escape closes the topmost window the\n"
+           "user opened (unless an edit box has the keys)\n";
 }
 
 DemoOptions ParseDemoOptions(int argc, char** argv)
@@ -61,6 +69,10 @@ DemoOptions ParseDemoOptions(int argc, char** argv)
             options.strDataDir = argv[++i];
         else if (std::strcmp(arg, "--script") == 0 && hasValue)
             options.strScript = argv[++i];
+        else if (std::strcmp(arg, "--record") == 0 && hasValue)
+            options.strRecord = argv[++i];
+        else if (std::strcmp(arg, "--replay") == 0 && hasValue)
+            options.strReplay = argv[++i];
         else if (std::strcmp(arg, "--renderer") == 0 && hasValue)
         {
             if (!ReadRenderer(argv[++i], options.renderer))
@@ -76,5 +88,10 @@ DemoOptions ParseDemoOptions(int argc, char** argv)
         if (!options.strError.empty())
             break;
     }
+    if (options.strError.empty() && !options.strRecord.empty() &&
+        (options.bHeadless || !options.strReplay.empty()))
+        options.strError = "--record needs the window (not --headless or --replay)";
+    // A replay is headless.
+    options.bHeadless = options.bHeadless || !options.strReplay.empty();
     return options;
 }

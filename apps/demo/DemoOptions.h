@@ -18,6 +18,8 @@ struct DemoOptions
     std::string strOutDir = "out/demo";
     std::string strDataDir; // the sample bundle when empty
     std::string strScript;  // the bundle's showcase script when empty
+    std::string strRecord;  // window mode: the recording to write
+    std::string strReplay;  // headless: the recording to play back
     int nWidth = 1024;
     int nHeight = 768;
     bool bDebug = false; // the GUI helper's layout debugging tools

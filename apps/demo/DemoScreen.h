@@ -24,6 +24,9 @@ public:
     virtual void Present(CSdlPresenter& presenter) = 0;
     // Writes the last frame drawn as a PNG file; false when it cannot.
     virtual bool SavePng(const std::string& path) = 0;
+    // The screen becomes width x height pixels (a resized window) from the next frame on; true
+    // when that made a new device, which the caller installs in place of the old one.
+    virtual bool Resize(int width, int height) = 0;
 
     // The screen of the renderer (Default is cairo) with width x height pixels.
     static std::unique_ptr<CDemoScreen> Create(DemoRenderer renderer, int width, int height);

@@ -67,6 +67,13 @@ void CDrawListScreen::Present(CSdlPresenter& presenter)
     presenter.Present(m_device);
 }
 
+bool CDrawListScreen::Resize(int width, int height)
+{
+    m_device.SetScreenSize(width, height);
+    CloseShotTarget();
+    return false;
+}
+
 bool CDrawListScreen::OpenShotTarget()
 {
     const int width = m_device.GetScreenWidth();

@@ -27,6 +27,8 @@ public:
     QzPlatform::IRenderDevice& GetDevice() override { return m_device; }
     void Present(CSdlPresenter& presenter) override;
     bool SavePng(const std::string& path) override;
+    // The device keeps its atlases and takes the new size; the shot image is made anew.
+    bool Resize(int width, int height) override;
 
 private:
     bool OpenShotTarget();

@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <cstdlib>
 #include <filesystem>
@@ -14,6 +15,44 @@
 
 namespace DemoScenario
 {
+
+// Runs the demo with the arguments (--headless and --out among them); its exit code. Its output
+// goes nowhere, its errors to errorFile when one is named.
+inline int RunDemo(const std::string& arguments, const std::string& errorFile = std::string())
+{
+    const std::string command = std::string(QZGUI_BINARY_DIR) + "/apps/demo/qzgui-demo " +
+                                arguments + " > /dev/null" +
+                                (errorFile.empty() ? std::string() : " 2> " + errorFile);
+    return std::system(command.c_str());
+}
+
+// A folder of the test's own under the temporary folder, removed with everything in it.
+class TempFolder
+{
+public:
+    explicit TempFolder(const std::string& name)
+        : m_path(std::filesystem::temp_directory_path() /
+                 ("qzgui-" + name + "-" + std::to_string(getpid())))
+    {
+        std::filesystem::remove_all(m_path);
+        std::filesystem::create_directories(m_path);
+    }
+    ~TempFolder() { std::filesystem::remove_all(m_path); }
+    TempFolder(const TempFolder&) = delete;
+    TempFolder& operator=(const TempFolder&) = delete;
+
+    std::string operator/(const std::string& name) const { return (m_path / name).string(); }
+
+private:
+    std::filesystem::path m_path;
+};
+
+inline QzTest::Image ReadShot(const std::string& path)
+{
+    QzTest::Image image;
+    EXPECT_TRUE(QzTest::ReadPng(path, image)) << path;
+    return image;
+}
 
 class DemoRun
 {
@@ -28,14 +67,13 @@ public:
                  (renderer.empty() ? std::string("default") : renderer) + "-" +
                  std::to_string(getpid()));
         std::filesystem::remove_all(m_out);
-        std::string command = std::string(QZGUI_BINARY_DIR) +
-                              "/apps/demo/qzgui-demo --headless --out " + m_out.string();
+        std::string arguments = "--headless --out " + m_out.string();
         if (!renderer.empty())
-            command += " --renderer " + renderer;
+            arguments += " --renderer " + renderer;
         if (!script.empty())
-            command +=
+            arguments +=
                 " --script " + std::string(QZGUI_BINARY_DIR) + "/demo-bundle/scripts/" + script;
-        m_exitCode = std::system((command + " > /dev/null").c_str());
+        m_exitCode = RunDemo(arguments);
     }
     ~DemoRun() { std::filesystem::remove_all(m_out); }
     DemoRun(const DemoRun&) = delete;
@@ -49,10 +87,7 @@ public:
     }
     QzTest::Image Shot(const char* name) const
     {
-        QzTest::Image image;
-        EXPECT_TRUE(QzTest::ReadPng((m_out / (std::string(name) + ".png")).string(), image))
-            << name;
-        return image;
+        return ReadShot((m_out / (std::string(name) + ".png")).string());
     }
 
 private:
@@ -106,7 +141,7 @@ inline int TextRight(const QzTest::Image& image, const Box& rc)
     int right = 0;
     for (int y = rc.top + 6; y < rc.bottom - 6; ++y)
         for (int x = rc.left + 6; x < rc.right - 6; ++x)
-            right = IsLight(image.At(x, y)) ? x - rc.left : right;
+            right = IsLight(image.At(x, y)) ? std::max(right, x - rc.left) : right;
     return right;
 }
 

@@ -5,6 +5,7 @@
 // reads, taken from its sources.
 #include "../../../../tools/lint/BundleLinter.h"
 #include "../../../../tools/lint/LintKeyTable.h"
+#include "../../../../tools/lint/LintSpelling.h"
 
 #include "support/TempDataDir.h"
 
@@ -189,3 +190,49 @@ TEST(LintKeyTableTest, KnowsTheKeysTheLibraryReads)
 }
 
 } // namespace
+
+TEST(LintSpellingTest, NearestKnownNameWithinAThirdOfTheWord)
+{
+    using QzLint::CLintSpelling;
+    const std::vector<std::string> names = {"AniSection", "TipAniSection", "Title", "x", "w"};
+    const struct
+    {
+        const char* word;
+        const char* nearest;
+    } cases[] = {
+        {"AniSecton", "AniSection"},  // a letter left out
+        {"AniSetcion", "AniSection"}, // two letters swapped
+        {"anisection", "AniSection"}, // case only
+        {"Titel", "Title"},
+        {"TipAniSecton", "TipAniSection"},
+        {"xx", "x"},
+        {"Tit", ""},      // two edits in three letters
+        {"Position", ""}, // nothing near
+        {"   ", ""},      // blanks only
+        {"AniSection  ", "AniSection"},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(CLintSpelling::Nearest(c.word, names), c.nearest) << c.word;
+    EXPECT_EQ(CLintSpelling::Distance("abc", "ABC"), 0u);
+    EXPECT_EQ(CLintSpelling::Distance("", "abc"), 3u);
+}
+
+// Bytes that are no text, huge numbers and very long values give findings, not a crash or a
+// hang.
+TEST(LintHostileTest, HostileBundleIsLintedQuickly)
+{
+    QzTest::TempDataDir data;
+    std::string junk;
+    for (int i = 0; i < 4096; ++i)
+        junk += static_cast<char>(i * 37 % 256);
+    data.Write("ini/Layout.ini", "[0-1]\nw=1\nh=1\nAniSection=" + std::string(100000, 'A') + "\n" +
+                                     junk + "\n[\n[]\n");
+    data.Write("ani/Control.ani",
+               "[A]\nFrameAmount=1\nFrame0=big.png 2147483000 0 2000 1\n[]\n[" + junk + "\n");
+    data.Write("big.png", PngHeader(0xFFFFFFFF, 0xFFFFFFFF));
+    data.Write("ini/AniGroup.ini", "[G]\nAmount=99999999\n");
+    CBundleLinter linter;
+    ASSERT_TRUE(linter.Run(data.Folder()));
+    EXPECT_GT(linter.Findings().size(), 3u);
+    EXPECT_LT(linter.Findings().size(), 100u);
+}

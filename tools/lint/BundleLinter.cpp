@@ -1,6 +1,7 @@
 #include "BundleLinter.h"
 
 #include "LintLineIndex.h"
+#include "LintReferences.h"
 
 #include "effects/GuiEffectInfo.h"
 #include "layout/QzAniGroupReader.h"
@@ -20,6 +21,7 @@
 #include <fstream>
 #include <iterator>
 #include <map>
+#include <set>
 
 namespace QzLint
 {
@@ -40,12 +42,15 @@ constexpr DWORD kSectionNamesSize = 32767;
 const char* const kAuxiliaryFiles[] = {"GUI_EX.ini",      "Cursor.ini",      "AniGroup.ini",
                                        "Gui3DEffect.ini", "StringTable.ini", "font.ini"};
 const char* const kVariantPrefix = "guilogic";
+const char* const kUnclosedHeader = "unclosed section header (no \"]\")";
+const char* const kDataError = "data error";
 
 const char* const kUsage =
     "usage: qzgui-lint BUNDLE_DIR\n"
     "Checks the layout, variant, GUI_EX, Cursor, AniGroup, Rgn.dat, Gui3DEffect and\n"
-    "ani/Control.ani files of a bundle folder and prints every data error with its file and\n"
-    "line. Exit status: 0 clean, 1 errors found, 2 usage or missing folder.\n";
+    "ani/Control.ani files of a bundle folder (keys, window types, the animation sections,\n"
+    "groups, cursors and images they name, section headers) and prints every data error with\n"
+    "its file and line. Exit status: 0 clean, 1 errors found, 2 usage or missing folder.\n";
 
 std::string Lower(std::string text)
 {
@@ -72,22 +77,24 @@ bool IsAuxiliaryFile(const std::string& relative)
                        [&](const char* pszAux) { return name == Lower(pszAux); });
 }
 
-// A section header the layout reader takes: "[%d-%d]", or "[%d-%d-%d]" for a variant file.
 bool IsSectionHeader(const std::string& line, bool bVariant)
 {
-    if (line.empty() || line[0] != '[')
-        return false;
-    int first = 0;
-    int second = 0;
-    int third = 0;
-    if (bVariant)
-        return std::sscanf(line.c_str(), "[%d-%d-%d]", &first, &second, &third) == 3;
-    return std::sscanf(line.c_str(), "[%d-%d]", &first, &second) == 2;
+    return CLintReferences::IsLayoutHeader(line, bVariant);
 }
 
 bool IsComment(const std::string& line)
 {
-    return line.compare(0, 1, ";") == 0 || line.compare(0, 2, "//") == 0;
+    return CLintReferences::IsComment(line);
+}
+
+// A line that opens a section ("[" first, blanks and a byte order mark before it allowed) and
+// never closes it.
+bool IsUnclosedHeader(const std::string& line, bool bFirst)
+{
+    const size_t start =
+        line.find_first_not_of(" \t", bFirst && line.rfind("\xEF\xBB\xBF", 0) == 0 ? 3 : 0);
+    return start != std::string::npos && line[start] == '[' &&
+           line.find(']', start) == std::string::npos;
 }
 
 uint32_t LittleEndianDword(const std::string& bytes, size_t offset)
@@ -131,28 +138,84 @@ bool CBundleLinter::Run(const std::string& bundleDir)
     m_strRoot = fs::absolute(bundleDir, error).lexically_normal().string();
     if (!m_strRoot.empty() && m_strRoot.back() == '/')
         m_strRoot.pop_back();
+    m_setChecked.clear();
     QzPlatform::SetLogSink(this);
-    const std::vector<std::string> iniFiles = ListIniFiles();
+    // The names references lead to; the readers' reports come again when each file is checked.
+    m_references.Load(PathOf(FindFile("ani/Control.ani")), PathOf(FindFile("ini/AniGroup.ini")),
+                      PathOf(FindFile("ini/Cursor.ini")));
+    m_vecRecords.clear();
+    const std::vector<std::string> iniFiles = ListFiles("ini", ".ini");
     for (const std::string& relative : iniFiles)
     {
         if (!IsVariantFile(relative) && !IsAuxiliaryFile(relative))
-            CheckLayoutFile(relative, false, "data error");
+            Check(relative, [&] { CheckLayoutFile(relative, false, kDataError); });
     }
     for (const std::string& relative : iniFiles)
     {
         if (IsVariantFile(relative))
-            CheckLayoutFile(relative, true, "data error");
+            Check(relative, [&] { CheckLayoutFile(relative, true, kDataError); });
     }
     const std::string extended = FindFile("ini/GUI_EX.ini");
-    if (!extended.empty())
-        CheckLayoutFile(extended, false, "invalid data");
-    CheckCursorFile(FindFile("ini/Cursor.ini"));
-    CheckAniGroupFile(FindFile("ini/AniGroup.ini"));
-    CheckRegionFile(FindFile("ini/Rgn.dat"));
-    CheckEffectFile(FindFile("ini/Gui3DEffect.ini"));
-    CheckAniFile(FindFile("ani/Control.ani"));
+    Check(extended, [&] { CheckLayoutFile(extended, false, "invalid data"); });
+    const std::string cursors = FindFile("ini/Cursor.ini");
+    Check(
+        cursors, [&] { CheckCursorFile(cursors); }, true);
+    const std::string groups = FindFile("ini/AniGroup.ini");
+    Check(groups, [&] { CheckAniGroupFile(groups); });
+    const std::string regions = FindFile("ini/Rgn.dat");
+    Check(regions, [&] { CheckRegionFile(regions); });
+    const std::string effects = FindFile("ini/Gui3DEffect.ini");
+    Check(effects, [&] { CheckEffectFile(effects); });
+    const std::string ani = FindFile("ani/Control.ani");
+    Check(
+        ani, [&] { CheckAniFile(ani); }, true);
+    // The files no reader takes still must not open a section they never close.
+    for (const std::string& relative : iniFiles)
+        Check(relative, nullptr);
+    for (const std::string& relative : ListFiles("ani", ".ani"))
+        Check(relative, nullptr);
     QzPlatform::SetLogSink(nullptr);
     return true;
+}
+
+// Each file once: its check, then its section headers, its findings by line.
+void CBundleLinter::Check(const std::string& relative, const std::function<void()>& check,
+                          bool bReaderReportsHeaders)
+{
+    if (relative.empty() || !m_setChecked.insert(relative).second)
+        return;
+    const size_t first = m_vecFindings.size();
+    if (check)
+        check();
+    const std::string extension = Lower(fs::path(relative).extension().string());
+    if (extension == ".ini" || extension == ".ani")
+        CheckHeaders(relative, first, bReaderReportsHeaders);
+    SortFileFindings(first);
+}
+
+// Headers without "]": the layout reader takes "[0-100" as a section, the profile functions
+// skip the line. A reader that reports such a header as a data error (the cursor and animation
+// readers) leaves its report to this one.
+void CBundleLinter::CheckHeaders(const std::string& relative, size_t first,
+                                 bool bReaderReportsHeaders)
+{
+    CLintLineIndex index;
+    index.Load(AbsolutePath(relative));
+    std::set<int> unclosed;
+    for (int nLine = 1; nLine <= index.GetCount(); ++nLine)
+    {
+        if (IsUnclosedHeader(index.Lines()[static_cast<size_t>(nLine - 1)], nLine == 1))
+            unclosed.insert(nLine);
+    }
+    if (bReaderReportsHeaders)
+        m_vecFindings.erase(
+            std::remove_if(
+                m_vecFindings.begin() + static_cast<std::ptrdiff_t>(first), m_vecFindings.end(),
+                [&](const QzLintFinding& finding)
+                { return finding.message == kDataError && unclosed.count(finding.line) != 0; }),
+            m_vecFindings.end());
+    for (int nLine : unclosed)
+        Add(relative, nLine, kUnclosedHeader, index.Lines()[static_cast<size_t>(nLine - 1)]);
 }
 
 std::string CBundleLinter::Format(const QzLintFinding& finding, const std::string& folderPrefix)
@@ -189,18 +252,19 @@ void CBundleLinter::Write(const QzPlatform::LogRecord& record)
     m_vecRecords.push_back(record);
 }
 
-// The *.ini files of the ini folder (any letter case), by name.
-std::vector<std::string> CBundleLinter::ListIniFiles() const
+// The files of the folder with the extension (both in any letter case), by name.
+std::vector<std::string> CBundleLinter::ListFiles(const std::string& folderName,
+                                                  const std::string& extension) const
 {
     std::vector<std::string> files;
-    const std::string folder = FindFile("ini");
+    const std::string folder = FindFile(folderName);
     std::error_code error;
     if (folder.empty() || !fs::is_directory(AbsolutePath(folder), error))
         return files;
     for (const auto& entry : fs::directory_iterator(AbsolutePath(folder), error))
     {
         const std::string name = entry.path().filename().string();
-        if (entry.is_regular_file(error) && Lower(entry.path().extension().string()) == ".ini")
+        if (entry.is_regular_file(error) && Lower(entry.path().extension().string()) == extension)
             files.push_back(folder + "/" + name);
     }
     std::sort(files.begin(), files.end());
@@ -223,6 +287,17 @@ std::string CBundleLinter::AbsolutePath(const std::string& relative) const
     return m_strRoot + "/" + relative;
 }
 
+std::string CBundleLinter::PathOf(const std::string& relative) const
+{
+    return relative.empty() ? std::string() : AbsolutePath(relative);
+}
+
+CLintReferences::ReportProc CBundleLinter::Reporter(const std::string& relative)
+{
+    return [this, relative](int nLine, const std::string& message, const std::string& text)
+    { Add(relative, nLine, message, text); };
+}
+
 // Layout, variant and extended layout files: one reader, with the section format and the
 // message of an invalid section. The line that ends a section is a header or the file's last.
 void CBundleLinter::CheckLayoutFile(const std::string& relative, bool bVariant,
@@ -236,7 +311,6 @@ void CBundleLinter::CheckLayoutFile(const std::string& relative, bool bVariant,
                     [&](const std::string& line) { return IsSectionHeader(line, bVariant); });
     if (!bLayout)
         return;
-    const size_t first = m_vecFindings.size();
     m_vecRecords.clear();
     std::deque<std::string> links;
     QzGui::CQzLayoutReader reader(links, bVariant, pszInvalid);
@@ -264,7 +338,7 @@ void CBundleLinter::CheckLayoutFile(const std::string& relative, bool bVariant,
     }
     m_vecRecords.clear();
     CheckKeyLengths(relative, index, bVariant);
-    SortFileFindings(first);
+    m_references.CheckLayout(index, bVariant, Reporter(relative));
 }
 
 // Key lines of the sections the reader takes, as it splits them: the text before the first
@@ -299,12 +373,11 @@ void CBundleLinter::CheckCursorFile(const std::string& relative)
     CLintLineIndex index;
     if (!LoadLines(relative, index))
         return;
-    const size_t first = m_vecFindings.size();
     m_vecRecords.clear();
     std::map<std::string, QzGui::QzCursorEntry> table;
     QzGui::CQzCursorReader::Read(AbsolutePath(relative).c_str(), table);
     TakeRecords(relative, index);
-    SortFileFindings(first);
+    m_references.CheckCursors(index, Reporter(relative));
 }
 
 // The reader reports a cut "Amount" by a line it makes up ("Amount=N"), not naming the group:
@@ -314,7 +387,6 @@ void CBundleLinter::CheckAniGroupFile(const std::string& relative)
     CLintLineIndex index;
     if (!LoadLines(relative, index))
         return;
-    const size_t first = m_vecFindings.size();
     const std::string path = AbsolutePath(relative);
     m_vecRecords.clear();
     std::map<std::string, QzGui::QzAniGroup> groups;
@@ -332,7 +404,7 @@ void CBundleLinter::CheckAniGroupFile(const std::string& relative)
             lines.push_back(index.LocateProfileKey(pszName, "Amount"));
     }
     TakeRecords(relative, index, lines);
-    SortFileFindings(first);
+    m_references.CheckGroups(index, Reporter(relative));
 }
 
 // Besides what the reader logs, every entry it keeps must give a region.
@@ -341,7 +413,6 @@ void CBundleLinter::CheckRegionFile(const std::string& relative)
     CLintLineIndex readable; // a binary file: only whether it can be read
     if (!LoadLines(relative, readable))
         return;
-    const size_t first = m_vecFindings.size();
     const std::string path = AbsolutePath(relative);
     m_vecRecords.clear();
     std::map<uint64_t, QzGui::QzRegionEntry> table;
@@ -366,35 +437,27 @@ void CBundleLinter::CheckRegionFile(const std::string& relative)
                 std::to_string(region.dwSecondId & 0xFFFF) + ", " +
                 std::to_string(region.data.size()) + " bytes");
     }
-    SortFileFindings(first);
 }
 
 void CBundleLinter::CheckEffectFile(const std::string& relative)
 {
-    if (relative.empty())
-        return;
-    const size_t first = m_vecFindings.size();
     m_vecRecords.clear();
     CGuiEffectInfo info;
     info.Load(AbsolutePath(relative).c_str());
     CLintLineIndex index;
     index.Load(AbsolutePath(relative));
     TakeRecords(relative, index);
-    SortFileFindings(first);
 }
 
 void CBundleLinter::CheckAniFile(const std::string& relative)
 {
-    if (relative.empty())
-        return;
-    const size_t first = m_vecFindings.size();
     m_vecRecords.clear();
     QzPlatform::CAniFile ani;
     ani.Load(AbsolutePath(relative));
     CLintLineIndex index;
     index.Load(AbsolutePath(relative));
     TakeRecords(relative, index);
-    SortFileFindings(first);
+    m_references.CheckImages(m_strRoot, Reporter(relative));
 }
 
 // The file's lines; false, with "open file failed", when the bundle has the file but it cannot

@@ -4,18 +4,23 @@
 // ini/GUI_EX.ini, ini/Cursor.ini, ini/AniGroup.ini, ini/Rgn.dat, ini/Gui3DEffect.ini and
 // ani/Control.ani. Missing files are no error. On top of what the readers log it reports the
 // key lines of layout-format files whose key or value is cut when read, lines longer than the
-// reader's line buffer, and click regions that give no region.
+// reader's line buffer, click regions that give no region, section headers without "]" in
+// every .ini file of ini/ and .ani file of ani/, and what CLintReferences checks: unknown keys
+// and window types, names of animation sections, groups and cursors that lead nowhere, and
+// frames whose image is missing or smaller than their atlas rectangle.
 #pragma once
+
+#include "LintReferences.h"
 
 #include "platform/services/QzLog.h"
 
+#include <functional>
+#include <set>
 #include <string>
 #include <vector>
 
 namespace QzLint
 {
-
-class CLintLineIndex;
 
 struct QzLintFinding
 {
@@ -49,9 +54,19 @@ public:
 private:
     void Write(const QzPlatform::LogRecord& record) override;
 
-    std::vector<std::string> ListIniFiles() const;
+    std::vector<std::string> ListFiles(const std::string& folderName,
+                                       const std::string& extension) const;
     std::string FindFile(const std::string& relative) const;
     std::string AbsolutePath(const std::string& relative) const;
+    // The absolute path of a file the bundle has; empty for an empty name.
+    std::string PathOf(const std::string& relative) const;
+    CLintReferences::ReportProc Reporter(const std::string& relative);
+
+    // Runs the check of a file (none for a file no reader takes) unless the file was checked
+    // already, then the check of its section headers, and sorts the file's findings by line.
+    void Check(const std::string& relative, const std::function<void()>& check,
+               bool bReaderReportsHeaders = false);
+    void CheckHeaders(const std::string& relative, size_t first, bool bReaderReportsHeaders);
 
     void CheckLayoutFile(const std::string& relative, bool bVariant, const char* pszInvalid);
     void CheckCursorFile(const std::string& relative);
@@ -72,6 +87,8 @@ private:
     std::string m_strRoot; // absolute bundle folder
     std::vector<QzPlatform::LogRecord> m_vecRecords;
     std::vector<QzLintFinding> m_vecFindings;
+    CLintReferences m_references;
+    std::set<std::string> m_setChecked; // files checked in this run
 };
 
 } // namespace QzLint

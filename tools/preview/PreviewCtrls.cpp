@@ -10,8 +10,11 @@
 #include "controls/QzSlider.h"
 #include "controls/QzStatic.h"
 #include "controls/QzTree.h"
+#include "controls/QzWHLStatic.h"
 #include "framework/QzMsg.h"
 #include "platform/render/MyBitmap.h"
+#include "platform/services/QzClock.h"
+#include "textinput/QzEdit.h"
 
 #include <algorithm>
 #include <string>
@@ -50,6 +53,17 @@ constexpr DWORD kSampleSelText = 0xFFFFFF00;
 constexpr int kSampleCell = 36;
 constexpr int kItemInset = 4;
 constexpr DWORD kItemColor = 0xFFB0B8C8;
+// An image's sample picture covers the middle half of the control.
+constexpr DWORD kPictureColor = 0xFF7090C0;
+// Edit boxes at least this tall take several lines.
+constexpr int kMultiLineHeight = 40;
+const char* const kSampleEditText = "Sample text";
+const char* const kSampleLongText = "Sample text that runs over more than one line of the box";
+const char* const kSampleCaption = "Sample caption";
+const char* const kSampleMarquee = "Sample news running by";
+// A marquee moves 2 pixels a step; it is stepped until its text starts a quarter in.
+constexpr int kMarqueeStepPixels = 2;
+constexpr int kMaxMarqueeSteps = 4096;
 
 // A grid of the record's type (16, or a host's variant 21 or 22) whose items are blocks.
 class CPreviewGrid : public CQzGrid
@@ -70,6 +84,35 @@ private:
     int m_nType;
 };
 
+// An image with a sample picture where the host would draw its own.
+class CPreviewImage : public CQzImage
+{
+public:
+    BOOL OnShowImage() override
+    {
+        const RECT& rc = GetWindowRect();
+        const int dx = GetWidth() / 4;
+        const int dy = GetHeight() / 4;
+        CMyBitmap::ShowBlock(rc.left + dx, rc.top + dy, rc.right - dx, rc.bottom - dy,
+                             kPictureColor);
+        return 1;
+    }
+};
+
+bool IsMarquee(const IQzGuiWndInfo& info)
+{
+    return info.GetExtraValue("WHLMoveRate") || info.GetExtraValue("WHLMoveLength");
+}
+
+// Steps the marquee's first copy from the right edge until its text starts a quarter in.
+void StepIntoView(CQzWHLStatic& marquee)
+{
+    const DWORD dwNow = QzPlatform::NowMs();
+    const int nSteps = std::min(marquee.GetWidth() * 3 / 4 / kMarqueeStepPixels, kMaxMarqueeSteps);
+    for (int i = 0; i < nSteps; ++i)
+        marquee.Step(dwNow);
+}
+
 } // namespace
 
 CPreviewCtrls::CPreviewCtrls() = default;
@@ -87,9 +130,17 @@ std::unique_ptr<CQzCtrl> CPreviewCtrls::Make(int nType, const IQzGuiWndInfo& inf
     {
     case QZ_WND_BUTTON:
         return std::make_unique<CQzButton>();
+    case QZ_WND_EDIT:
+        return MakeEdit(info);
+    case QZ_WND_IMAGE:
+    {
+        auto image = std::make_unique<CPreviewImage>();
+        image->SetShowBack(true);
+        return image;
+    }
     case QZ_WND_STATIC:
     case QZ_WND_RECORD_STATIC:
-        return std::make_unique<CQzStatic>();
+        return MakeStatic(info);
     case QZ_WND_CHECK:
         return std::make_unique<CQzCheck>();
     case QZ_WND_PROGRESS:
@@ -107,7 +158,7 @@ std::unique_ptr<CQzCtrl> CPreviewCtrls::Make(int nType, const IQzGuiWndInfo& inf
     case QZ_WND_GRID_EX:
         return MakeGrid(nType, info);
     default:
-        // Images included: a preview shows the skin the host would draw its picture on.
+        // A dialog's record among its controls, or a type the library has no class for.
         return MakeImage();
     }
 }
@@ -167,6 +218,55 @@ std::unique_ptr<CQzCtrl> CPreviewCtrls::MakeGrid(int nType, const IQzGuiWndInfo&
     return grid;
 }
 
+// A box of several lines when the record is tall enough for them.
+std::unique_ptr<CQzCtrl> CPreviewCtrls::MakeEdit(const IQzGuiWndInfo& info)
+{
+    const bool bMultiLine = info.GetHeight() >= kMultiLineHeight;
+    auto edit = std::make_unique<CQzEdit>();
+    edit->PreSetParam(bMultiLine, 0, kSampleText, bMultiLine);
+    m_vecEdits.push_back(edit.get());
+    return edit;
+}
+
+std::unique_ptr<CQzCtrl> CPreviewCtrls::MakeStatic(const IQzGuiWndInfo& info)
+{
+    if (!IsMarquee(info))
+    {
+        auto label = std::make_unique<CQzStatic>();
+        m_vecStatics.push_back(label.get());
+        return label;
+    }
+    auto marquee = std::make_unique<CQzWHLStatic>();
+    m_vecMarquees.push_back(marquee.get());
+    return marquee;
+}
+
+// Texts where the record gives no title: a box's text, a caption, a marquee's news.
+void CPreviewCtrls::FillTexts()
+{
+    const auto untitled = [](CQzCtrl* pCtrl)
+    {
+        const IQzGuiWndInfo* pInfo = pCtrl->GetWndInfo();
+        return !pInfo || !*pInfo->GetTitle();
+    };
+    for (CQzEdit* pEdit : m_vecEdits)
+    {
+        if (untitled(pEdit))
+            pEdit->SetWindowText(pEdit->IsMultiLineEdit() ? kSampleLongText : kSampleEditText);
+    }
+    for (CQzStatic* pStatic : m_vecStatics)
+    {
+        if (untitled(pStatic))
+            pStatic->SetWindowText(kSampleCaption);
+    }
+    for (CQzWHLStatic* pMarquee : m_vecMarquees)
+    {
+        if (untitled(pMarquee))
+            pMarquee->SetWindowText(kSampleMarquee);
+        StepIntoView(*pMarquee);
+    }
+}
+
 void CPreviewCtrls::FillSamples()
 {
     for (CQzList* pList : m_vecLists)
@@ -207,6 +307,7 @@ void CPreviewCtrls::Start()
         pSlider->SetValue(kHalf, FALSE);
     for (CQzProgress* pBar : m_vecBars)
         pBar->SetValue(kHalf);
+    FillTexts();
     FillSamples();
 }
 
@@ -217,6 +318,9 @@ void CPreviewCtrls::Clear()
     m_vecLists.clear();
     m_vecTrees.clear();
     m_vecGrids.clear();
+    m_vecEdits.clear();
+    m_vecStatics.clear();
+    m_vecMarquees.clear();
     m_vecCtrls.clear();
 }
 

@@ -1,8 +1,11 @@
 // The controls of a previewed dialog, one per record whose parent is the dialog. The record's
-// window type picks the class; a type the preview does not know (edit boxes, none) becomes an
-// image with its background on, so that the record's skin shows where the control will be. Bars
-// and sliders stand at half their range, captions are the records' titles; lists show sample
-// rows, trees sample chapters of check boxes, grids (types 16, 21 and 22) a full set of items.
+// window type picks the class; a record without a type, or with one the library has no class
+// for, becomes an image with its background on, so that the record's skin shows where the
+// control will be. Captions are the records' titles. Each kind shows sample content where the
+// host would fill it in: bars and sliders stand at half their range, lists show sample rows,
+// trees sample chapters of check boxes, grids (types 16, 21 and 22) a full set of items, edit
+// boxes a sample text, images a sample picture, statics without a title a sample caption, and
+// statics that give a marquee's keys (WHLMoveRate, WHLMoveLength) run it, already in view.
 #pragma once
 
 #include "PreviewLayout.h"
@@ -16,11 +19,14 @@
 
 namespace QzGui
 {
+class CQzEdit;
 class CQzGrid;
 class CQzList;
 class CQzProgress;
 class CQzSlider;
+class CQzStatic;
 class CQzTree;
+class CQzWHLStatic;
 } // namespace QzGui
 
 namespace QzPreview
@@ -51,7 +57,10 @@ private:
     std::unique_ptr<QzGui::CQzCtrl> MakeList();
     std::unique_ptr<QzGui::CQzCtrl> MakeTree();
     std::unique_ptr<QzGui::CQzCtrl> MakeGrid(int nType, const QzGui::IQzGuiWndInfo& info);
+    std::unique_ptr<QzGui::CQzCtrl> MakeEdit(const QzGui::IQzGuiWndInfo& info);
+    std::unique_ptr<QzGui::CQzCtrl> MakeStatic(const QzGui::IQzGuiWndInfo& info);
     void FillSamples();
+    void FillTexts();
 
     std::vector<std::unique_ptr<QzGui::CQzCtrl>> m_vecCtrls;
     std::vector<QzGui::CQzProgress*> m_vecBars;
@@ -59,6 +68,9 @@ private:
     std::vector<QzGui::CQzList*> m_vecLists;
     std::vector<QzGui::CQzTree*> m_vecTrees;
     std::vector<QzGui::CQzGrid*> m_vecGrids;
+    std::vector<QzGui::CQzEdit*> m_vecEdits;
+    std::vector<QzGui::CQzStatic*> m_vecStatics;
+    std::vector<QzGui::CQzWHLStatic*> m_vecMarquees;
 };
 
 } // namespace QzPreview

@@ -94,6 +94,11 @@ bool PreviewOptions::Parse(int argc, const char* const* argv, PreviewOptions& op
     for (int i = 1; i < argc; ++i)
     {
         const std::string arg = argv[i] ? argv[i] : "";
+        if (arg == "--watch")
+        {
+            options.bWatch = true;
+            continue;
+        }
         if (arg == "--size" || arg == "--frames")
         {
             if (!ReadOption(arg, i + 1 < argc ? argv[i + 1] : nullptr, options, error))
@@ -113,11 +118,13 @@ bool PreviewOptions::Parse(int argc, const char* const* argv, PreviewOptions& op
 
 const char* PreviewOptions::Usage()
 {
-    return "usage: qzgui-preview [--size WxH] [--frames N] BUNDLE_DIR LAYOUT_FILE DIALOG_ID "
-           "OUT.png\n"
+    return "usage: qzgui-preview [--size WxH] [--frames N] [--watch] BUNDLE_DIR LAYOUT_FILE "
+           "DIALOG_ID OUT.png\n"
            "  renders dialog DIALOG_ID of ini/LAYOUT_FILE of the bundle, with one control per\n"
            "  record of the dialog, after N frames (default 2) on a WxH screen (default "
-           "1024x768)\n";
+           "1024x768);\n"
+           "  with --watch it keeps running and renders again whenever a file of the bundle's\n"
+           "  ini/ and ani/ folders or an image of ani/Control.ani changes, until interrupted\n";
 }
 
 } // namespace QzPreview

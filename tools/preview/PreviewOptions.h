@@ -1,5 +1,5 @@
 // Command line of qzgui-preview:
-//   qzgui-preview [--size WxH] [--frames N] BUNDLE_DIR LAYOUT_FILE DIALOG_ID OUT.png
+//   qzgui-preview [--size WxH] [--frames N] [--watch] BUNDLE_DIR LAYOUT_FILE DIALOG_ID OUT.png
 #pragma once
 
 #include "platform/system/QzSystem.h"
@@ -17,6 +17,7 @@ struct PreviewOptions
     int nWidth = 1024;
     int nHeight = 768;
     int nFrames = 2;
+    bool bWatch = false; // render again whenever a file of the bundle changes
     std::string strBundleDir;
     std::string strLayoutFile; // the name under ini/ of the bundle
     DWORD nDialogId = 0;

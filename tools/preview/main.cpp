@@ -1,7 +1,8 @@
-// qzgui-preview [--size WxH] [--frames N] BUNDLE_DIR LAYOUT_FILE DIALOG_ID OUT.png
+// qzgui-preview [--size WxH] [--frames N] [--watch] BUNDLE_DIR LAYOUT_FILE DIALOG_ID OUT.png
 //
-// Renders one dialog of a layout file with its controls to a PNG, for layout designers. The
-// data errors the library logs on the way go to stderr as JSON lines.
+// Renders one dialog of a layout file with its controls to a PNG, for layout designers; with
+// --watch again after every change of the bundle, until interrupted. The data errors the
+// library logs on the way go to stderr as JSON lines.
 #include "PreviewTool.h"
 
 #include <cstdio>
@@ -9,10 +10,13 @@
 
 int main(int argc, char** argv)
 {
-    std::string out;
-    std::string err;
-    const int status = QzPreview::CPreviewTool::Run(argc, argv, out, err);
-    std::fputs(out.c_str(), stdout);
-    std::fputs(err.c_str(), stderr);
-    return status;
+    const auto write = [](std::FILE* pFile)
+    {
+        return [pFile](const std::string& text)
+        {
+            std::fputs(text.c_str(), pFile);
+            std::fflush(pFile);
+        };
+    };
+    return QzPreview::CPreviewTool::Run(argc, argv, write(stdout), write(stderr));
 }

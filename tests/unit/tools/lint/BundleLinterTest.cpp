@@ -1,7 +1,8 @@
 // The lint tool on small bundles with known errors: every data error the readers log comes out
 // with its file and the number of the line it is on, also when the same text stands on several
 // lines; the checks of its own (cut keys and values, long lines, unusable regions); which files
-// it reads; the command line and its exit status; and the sample bundle is clean.
+// it reads; the command line and its exit status; and the sample bundle is clean. The checks of
+// keys, types, references, images and headers are in LintReferencesTest.cpp.
 #include "../../../../tools/lint/BundleLinter.h"
 #include "../../../../tools/lint/LintLineIndex.h"
 
@@ -41,10 +42,11 @@ protected:
     QzTest::TempDataDir data;
 };
 
+// The bundle as the build makes it: the text files with the images drawn for them.
 TEST(BundleLinterSampleTest, DemoBundleIsClean)
 {
     CBundleLinter linter;
-    ASSERT_TRUE(linter.Run(QZGUI_SOURCE_DIR "/apps/demo/bundle"));
+    ASSERT_TRUE(linter.Run(QZGUI_BINARY_DIR "/demo-bundle")) << "build qzgui-demo-bundle";
     Lines lines;
     for (const auto& finding : linter.Findings())
         lines.push_back(CBundleLinter::Format(finding));
@@ -85,7 +87,8 @@ TEST_F(BundleLinterTest, KeysAndValuesThatAreCutAreReported)
                                 "\n;" + longKey + "=comment\n" + longLine + "\n");
     EXPECT_EQ(
         Lint(),
-        (Lines{"ini/Layout.ini:6: key longer than 254 bytes (cut when read): " + longKey + "=v",
+        (Lines{"ini/Layout.ini:5: unknown key: " + std::string(254, 'k') + "=v",
+               "ini/Layout.ini:6: key longer than 254 bytes (cut when read): " + longKey + "=v",
                "ini/Layout.ini:8: value longer than 255 bytes (cut when read): "
                "Title=" +
                    longValue,
@@ -111,15 +114,22 @@ TEST_F(BundleLinterTest, CursorBlocksReportTheirHeaderLine)
     Write("ini/Cursor.ini", "; cursors\n[Normal]\ntype=0\ncur=a.cur\n\n[Hand]\ncur=b.cur\n");
     EXPECT_EQ(Lint(), Lines{"ini/Cursor.ini:6: data error when read type: [Hand]"});
     Write("ini/Cursor.ini", "[Normal]\ntype=0\ncur=a.cur\n[arrow\ntype=0\ncur=b.cur\n");
-    EXPECT_EQ(Lint(), Lines{"ini/Cursor.ini:4: data error: [arrow"});
+    EXPECT_EQ(Lint(), Lines{"ini/Cursor.ini:4: unclosed section header (no \"]\"): [arrow"});
 }
 
 TEST_F(BundleLinterTest, AniGroupsOverTheLimitPointAtTheirAmountKey)
 {
     Write("ini/AniGroup.ini", "[Small]\nAmount=2000\n[Fine]\nAmount=2\n[Big]\n; big\n"
                               " amount = 2000\n");
+    // Groups without pieces besides.
     EXPECT_EQ(Lint(), (Lines{"ini/AniGroup.ini:2: data error: Amount=2000",
-                             "ini/AniGroup.ini:7: data error: Amount=2000"}));
+                             "ini/AniGroup.ini:2: group has no Section_1 and 1023 more pieces: "
+                             "Amount=2000",
+                             "ini/AniGroup.ini:4: group has no Section_1 and 1 more piece: "
+                             "Amount=2",
+                             "ini/AniGroup.ini:7: data error: Amount=2000",
+                             "ini/AniGroup.ini:7: group has no Section_1 and 1023 more pieces: "
+                             " amount = 2000"}));
 }
 
 TEST_F(BundleLinterTest, RegionFilesReportWhereTheyAreCutAndUnusableRegions)
@@ -150,6 +160,7 @@ TEST_F(BundleLinterTest, EffectPlacementLinesWithTheSameTextKeepTheirOwnNumbers)
 
 TEST_F(BundleLinterTest, AnimationSectionsCheckedAtTheirEndPointBackToTheirLines)
 {
+    Write("a.png", "");
     Write("ani/Control.ani", "[A]\nFrameAmount=4\nFrame3=a.png\n[B]\nFrame3=a.png\njunk\n"
                              "FrameAmount=2\n[C]\nFrame0=c.png\noops\n");
     EXPECT_EQ(

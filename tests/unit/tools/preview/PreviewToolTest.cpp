@@ -1,8 +1,11 @@
 // The preview tool run in this process: its command line and exit status, the cases where it
-// must not write a picture, and a small bundle rendered to a PNG whose pixels are checked: the
-// dialog's skin where the dialog is, each control's skin where its record puts it, and the
-// clear colour elsewhere.
+// must not write a picture, a small bundle rendered to a PNG whose pixels are checked (the
+// dialog's skin where the dialog is, each control's skin and sample content where its record
+// puts it, and the clear colour elsewhere), and the watch loop's steps: one render after each
+// change of the files a render reads, none for other files.
 #include "../../../../tools/preview/PreviewTool.h"
+#include "../../../../tools/preview/PreviewOptions.h"
+#include "../../../../tools/preview/PreviewWatcher.h"
 
 #include "CCairoDevice.h"
 #include "support/LogCapture.h"
@@ -50,6 +53,7 @@ constexpr uint32_t kYellow = 0xFFFFFF00;
 constexpr uint32_t kWhite = 0xFFFFFFFF;
 constexpr uint32_t kClear = QzPlatform::CCairoDevice::kDefaultClearColor;
 constexpr uint32_t kSampleItem = 0xFFB0B8C8;
+constexpr uint32_t kSamplePicture = 0xFF7090C0;
 
 void WriteSolidPng(const std::string& path, uint32_t argb, int width = 10)
 {
@@ -77,6 +81,17 @@ public:
     bool Ok() const { return cairo_surface_status(m_pSurface) == CAIRO_STATUS_SUCCESS; }
     int Width() const { return cairo_image_surface_get_width(m_pSurface); }
     int Height() const { return cairo_image_surface_get_height(m_pSurface); }
+    // Pixels of the rectangle (right and bottom outside) that are not of the colour.
+    int CountOther(int left, int top, int right, int bottom, uint32_t color) const
+    {
+        int count = 0;
+        for (int y = top; y < bottom; ++y)
+        {
+            for (int x = left; x < right; ++x)
+                count += At(x, y) != color ? 1 : 0;
+        }
+        return count;
+    }
     uint32_t At(int x, int y) const
     {
         uint32_t pixel = 0;
@@ -122,6 +137,10 @@ protected:
                    "[10-4]\ntype=15\nx=10\ny=70\nw=60\nh=10\nAniSection=White\nSliderBtnLen=10\n"
                    "[10-5]\ntype=2\nx=0\ny=0\nw=10\n"
                    "[10-6]\ntype=22\nx=160\ny=60\nw=36\nh=36\n"
+                   "; an image, an edit box and a marquee without titles\n"
+                   "[10-7]\ntype=4\nx=160\ny=10\nw=36\nh=40\nAniSection=Green\nBackShowMode=2\n"
+                   "[10-8]\ntype=3\nx=10\ny=88\nw=80\nh=16\n"
+                   "[10-9]\ntype=5\nx=100\ny=88\nw=56\nh=16\nWHLMoveRate=30\n"
                    "[abc]\n[10-x]\nw=1\nh=1\n"
                    "[0-20]\nx=0\ny=0\nw=50\nh=50\n"
                    "[20-1]\ntype=2\nx=150\ny=80\nw=20\nh=20\nAniSection=Green\nBackShowMode=2\n");
@@ -138,7 +157,7 @@ TEST_F(PreviewToolTest, DialogAndControlsAreDrawnWhereTheirRecordsPutThem)
     const ToolResult result =
         RunTool({"--size", "400x300", "--frames", "3", data.Folder(), "Test.ini", "10", "out.png"});
     ASSERT_EQ(result.status, 0) << result.err;
-    EXPECT_NE(result.out.find("dialog 10 with 5 controls"), std::string::npos) << result.out;
+    EXPECT_NE(result.out.find("dialog 10 with 8 controls"), std::string::npos) << result.out;
 
     const Png png(OutPath());
     ASSERT_TRUE(png.Ok());
@@ -165,6 +184,69 @@ TEST_F(PreviewToolTest, DialogAndControlsAreDrawnWhereTheirRecordsPutThem)
     EXPECT_EQ(png.At(115, 125), kRed);
     // Dialog 20's control would lie at (250, 130) inside dialog 10.
     EXPECT_EQ(png.At(260, 140), kRed);
+    // The image's sample picture covers the middle half of its skin.
+    EXPECT_EQ(png.At(278, 80), kSamplePicture);
+    EXPECT_EQ(png.At(262, 62), kGreen);
+    // The edit box's sample text and the marquee's news, already in view.
+    EXPECT_GT(png.CountOther(110, 138, 190, 154, kRed), 20);
+    EXPECT_GT(png.CountOther(200, 138, 256, 154, kRed), 20);
+}
+
+// The loop's steps at made-up times: a change waits for 100 quiet milliseconds, then renders
+// once; files a render does not read change nothing, nor does the picture written among them.
+TEST_F(PreviewToolTest, WatchRendersOnceAfterEachChange)
+{
+    const char* argv[] = {"qzgui-preview", "--watch", "b", "Test.ini", "10", "o.png"};
+    QzPreview::PreviewOptions options;
+    std::string error;
+    ASSERT_TRUE(QzPreview::PreviewOptions::Parse(6, argv, options, error)) << error;
+    ASSERT_TRUE(options.bWatch);
+    options.strBundleDir = data.Folder();
+    const std::string outPath = data.Folder() + "/images/out.png";
+    QzPreview::CPreviewWatcher watcher;
+    ASSERT_TRUE(watcher.Open(error)) << error;
+    watcher.WatchBundle(data.Folder(), outPath);
+    data.MakeFolder("scripts");
+
+    struct Change
+    {
+        const char* file;
+        bool bRenders;
+    };
+    const Change changes[] = {
+        {"ini/Test.ini", true},       {"ani/Control.ani", true},    {"images/green.png", true},
+        {"ini/New.ini", true},        {"ini/.Test.ini.swp", false}, {"ini/Test.ini~", false},
+        {"scripts/login.txt", false}, {"notes.txt", false},
+    };
+    uint64_t now = 1000;
+    std::string out;
+    std::string err;
+    const auto step = [&](uint64_t at)
+    {
+        return QzPreview::CPreviewTool::RunWatchStep(
+            watcher, options, data.Folder(), outPath, at, [&](const std::string& t) { out += t; },
+            [&](const std::string& t) { err += t; });
+    };
+    for (const Change& change : changes)
+    {
+        const std::string before = data.Read(change.file);
+        // A burst: the file written twice.
+        data.Write(change.file, before + "\n");
+        EXPECT_FALSE(step(now)) << change.file;
+        data.Write(change.file, before);
+        EXPECT_FALSE(step(now + 50)) << change.file;
+        EXPECT_FALSE(step(now + 50 + QzPreview::CPreviewWatcher::kQuietMs - 1)) << change.file;
+        EXPECT_EQ(step(now + 50 + QzPreview::CPreviewWatcher::kQuietMs), change.bRenders)
+            << change.file;
+        // What the render wrote (the picture into a watched folder) and what the library
+        // opened for writing (the layout file, as a record is missing) is no change.
+        EXPECT_FALSE(step(now + 1000)) << change.file;
+        EXPECT_FALSE(step(now + 1000 + QzPreview::CPreviewWatcher::kQuietMs)) << change.file;
+        now += 2000;
+    }
+    EXPECT_EQ(std::count(out.begin(), out.end(), '\n'), 4) << out;
+    EXPECT_EQ(err, "");
+    EXPECT_TRUE(data.Exists("images/out.png"));
 }
 
 TEST_F(PreviewToolTest, MissingBundleLayoutOrDialogFailsWithOneLineAndNoPicture)

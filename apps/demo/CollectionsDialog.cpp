@@ -193,6 +193,12 @@ void CCollectionsDialog::FillChat()
     }
     for (const Line& line : lines)
         AddChatRow(Ansi(line.text).c_str(), line.color, line.tip, false);
+    MarkOlderLines();
+}
+
+// The line between the older rows and the ones of this session.
+void CCollectionsDialog::MarkOlderLines()
+{
     m_chat.SetMarkBackAni("ChatMarkBack");
     m_chat.SetMarkFrontAni("ChatMarkFront", 2, 2);
     m_chat.SetMarkIndex(kFillerLines);
@@ -205,6 +211,11 @@ void CCollectionsDialog::AddChatRow(const char* pszText, DWORD dwColor, const ch
     m_chat.SetItemColor(nIndex, dwColor);
     if (pszTip)
         m_chat.SetItemTip(nIndex, pszTip);
+    if (nIndex >= 0)
+    {
+        m_vecChatTips.resize(static_cast<size_t>(nIndex) + 1);
+        m_vecChatTips[static_cast<size_t>(nIndex)] = pszTip ? pszTip : "";
+    }
     if (bBlink)
     {
         m_chat.SetItemBlink(nIndex, TRUE);
@@ -213,6 +224,44 @@ void CCollectionsDialog::AddChatRow(const char* pszText, DWORD dwColor, const ch
     // The newest row comes into view.
     m_chat.SetTopIndex(std::max(0, m_chat.GetCount() - static_cast<int>(m_chat.GetVisibleRows())));
     m_chat.SyncSlider();
+}
+
+void CCollectionsDialog::SaveState()
+{
+    m_saved = ChatState();
+    for (int i = 0; i < m_chat.GetCount(); ++i)
+    {
+        ChatRow row;
+        row.text.resize(static_cast<size_t>(std::max(0, m_chat.GetTextLen(i))) + 1);
+        row.text.resize(static_cast<size_t>(std::max(0, m_chat.GetText(i, row.text.data()))));
+        row.dwColor = m_chat.GetItemColor(i);
+        row.dwTime = m_chat.GetItemTime(i);
+        row.bBlink = m_chat.GetItemBlink(i) != 0;
+        m_saved.rows.push_back(std::move(row));
+    }
+    m_saved.nSelected = m_chat.GetCurSel();
+    m_saved.nTop = m_chat.GetTopIndex();
+}
+
+void CCollectionsDialog::RestoreState()
+{
+    m_chat.ResetContent();
+    for (size_t i = 0; i < m_saved.rows.size(); ++i)
+    {
+        const ChatRow& row = m_saved.rows[i];
+        const int nIndex = m_chat.AddString(row.text.c_str());
+        m_chat.SetItemColor(nIndex, row.dwColor);
+        m_chat.SetItemTime(nIndex, row.dwTime);
+        m_chat.SetItemBlink(nIndex, row.bBlink ? TRUE : FALSE);
+        if (i < m_vecChatTips.size() && !m_vecChatTips[i].empty())
+            m_chat.SetItemTip(nIndex, m_vecChatTips[i].c_str());
+    }
+    MarkOlderLines();
+    if (m_saved.nSelected >= 0)
+        m_chat.SelectRow(m_saved.nSelected);
+    m_chat.SetTopIndex(m_saved.nTop);
+    m_chat.SyncSlider();
+    m_saved = ChatState();
 }
 
 LRESULT CCollectionsDialog::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)

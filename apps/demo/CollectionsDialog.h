@@ -19,6 +19,9 @@
 #include "framework/QzDialog.h"
 #include "textinput/QzEditEx.h"
 
+#include <string>
+#include <vector>
+
 class CCollectionsDialog : public QzGui::CQzDialog
 {
 public:
@@ -29,11 +32,30 @@ public:
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
     void CreateCtrls() override;
     void OnInitDialog(uint64_t nParam) override;
+    // A reload of the layout empties the chat history: SaveState keeps its rows, selection and
+    // scroll position, RestoreState puts them back into the reloaded list.
+    void SaveState();
+    void RestoreState();
 
 private:
+    struct ChatRow
+    {
+        std::string text;
+        DWORD dwColor = 0;
+        DWORD dwTime = 0;
+        bool bBlink = false;
+    };
+    struct ChatState
+    {
+        std::vector<ChatRow> rows;
+        int nSelected = -1;
+        int nTop = 0;
+    };
+
     void FillBag();
     void FillQuests();
     void FillChat();
+    void MarkOlderLines();
     // A click on the bag: the item under the mouse is marked and named.
     void OnBagClick();
     void OnSay();
@@ -60,6 +82,9 @@ private:
     QzGui::CQzButton m_smile;
     QzGui::CQzButton m_say;
     QzGui::CQzButton m_close;
+    // The tip of each chat row ("" for none), which the list keeps but does not give back.
+    std::vector<std::string> m_vecChatTips;
+    ChatState m_saved;
     int m_nSaid = 0;
     bool m_bStarted = false;
 };

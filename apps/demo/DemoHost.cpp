@@ -265,10 +265,13 @@ void CDemoHost::PumpMessages()
 void CDemoHost::RunFrame()
 {
     PumpMessages();
+    PollBundle();
     m_pScreen->GetDevice().BeginFrame();
     if (m_pGuiMgr)
     {
         m_pGuiMgr->Show();
+        if (m_pLiveReload)
+            m_pLiveReload->GetPanel().Draw(m_pScreen->GetDevice());
         // The software cursor is the host's to draw, last, above everything, unless a window
         // set a system cursor, which the window shows instead.
         QzGui::CQzCursorMgr* cursors = m_pGuiMgr->GetCursorMgr();
@@ -366,6 +369,9 @@ void CDemoHost::Resize(int width, int height)
         MoveWindow(m_hWnd, 0, 0, width, height, TRUE);
     if (m_pGuiMgr)
         m_pGuiMgr->SetScreenSize(width, height);
+    // The layout may place dialogs by the screen's size: they are where it put them.
+    if (auto* mgr = dynamic_cast<QzGui::CQzGuiMgr*>(m_pGuiMgr))
+        m_places.NotePlaced(*mgr);
 }
 
 void CDemoHost::RunStep(const DemoStep& step)
@@ -425,6 +431,9 @@ void CDemoHost::RunStep(const DemoStep& step)
     case DemoStep::Ime:
         TurnImeOn(KeyboardTarget());
         QzPlatform::Host::InjectImeResult(QzPlatform::Utf8ToWide(step.text).c_str());
+        break;
+    case DemoStep::Reload:
+        ReloadFiles({std::string("ini/") + kLayoutFile});
         break;
     case DemoStep::Shot:
         break;
@@ -521,4 +530,46 @@ bool CDemoHost::SaveShot(const std::string& outDir, const std::string& name, std
         return false;
     }
     return true;
+}
+
+bool CDemoHost::WatchBundle(const std::string& root)
+{
+    auto* mgr = dynamic_cast<QzGui::CQzGuiMgr*>(m_pGuiMgr);
+    if (!mgr)
+        return false;
+    if (!m_pLiveReload)
+        m_pLiveReload = std::make_unique<CLiveReload>(root);
+    m_places.NotePlaced(*mgr);
+    return m_pLiveReload->Start();
+}
+
+void CDemoHost::PollBundle()
+{
+    if (!m_pLiveReload)
+        return;
+    const std::vector<std::string> files = m_pLiveReload->Poll();
+    if (!files.empty())
+        ReloadFiles(files);
+}
+
+bool CDemoHost::ReloadFiles(const std::vector<std::string>& files)
+{
+    auto* mgr = dynamic_cast<QzGui::CQzGuiMgr*>(m_pGuiMgr);
+    if (!mgr)
+        return false;
+    if (!m_pLiveReload)
+        m_pLiveReload = std::make_unique<CLiveReload>(".");
+    if (!m_pLiveReload->Check(files))
+        return false;
+    m_places.Save(*mgr);
+    m_collections.SaveState();
+    CLiveReload::Reload(*mgr, files);
+    m_places.Restore(*mgr);
+    m_collections.RestoreState();
+    return true;
+}
+
+const CReloadPanel* CDemoHost::GetReloadPanel() const
+{
+    return m_pLiveReload ? &m_pLiveReload->GetPanel() : nullptr;
 }

@@ -9,9 +9,11 @@
 #include "DemoScreen.h"
 #include "DemoScript.h"
 #include "LabelDialog.h"
+#include "LiveReload.h"
 #include "LoginDialog.h"
 #include "PanelCaption.h"
 #include "ShowcaseDialog.h"
+#include "WindowPlaces.h"
 
 #include "framework/IQzGuiMgr.h"
 
@@ -65,6 +67,18 @@ public:
     bool RunScript(const CDemoScript& script, const std::string& outDir, std::string& error);
     bool SaveShot(const std::string& outDir, const std::string& name, std::string& error);
 
+    // Watches the ini/ and ani/ folders of the bundle at root (the current folder holds the
+    // bundle) and reloads the files saved there, a frame after the editor's last event; false
+    // when the folders cannot be watched.
+    bool WatchBundle(const std::string& root);
+    // Checks the files (relative to the bundle: "ini/DemoLayout.ini") and, when they are sound,
+    // reloads them keeping what the user sees: open dialogs, dragged places, typed text, the
+    // chat's rows and selection. A broken edit is not loaded and shows in the reload panel;
+    // false then.
+    bool ReloadFiles(const std::vector<std::string>& files);
+    // Null until WatchBundle.
+    const CReloadPanel* GetReloadPanel() const;
+
 private:
     static LRESULT CALLBACK WindowProc(HWND hWnd, UINT message, WPARAM wParam, LPARAM lParam);
     void PumpMessages();
@@ -79,6 +93,7 @@ private:
     void ResetCursor();
     void UpdateCursor(LPARAM lParam);
     void AddDialogs();
+    void PollBundle();
     void ToggleFlyingDialog();
     void ToggleDebugMode();
     bool CloseTopDialog();
@@ -100,4 +115,6 @@ private:
     // The dialogs shown from the start (the game's screen), which Escape leaves open.
     std::vector<const QzGui::CQzDialog*> m_vecResident;
     bool m_bManualClock = false;
+    std::unique_ptr<CLiveReload> m_pLiveReload;
+    CWindowPlaces m_places;
 };

@@ -29,7 +29,7 @@ const char* DemoUsage()
 {
     return "usage: qzgui-demo [--help] [--headless] [--out DIR] [--data DIR] [--script FILE]\n"
            "                  [--record FILE] [--replay FILE] [--size WxH]\n"
-           "                  [--renderer cairo|drawlist] [--debug]\n"
+           "                  [--renderer cairo|drawlist] [--debug] [--watch]\n"
            "  --headless         run scripts on a manual clock and save screenshots (also\n"
            "                     without a display)\n"
            "  --out DIR          screenshot folder (default out/demo)\n"
@@ -45,6 +45,8 @@ const char* DemoUsage()
            "                     software device. Default: drawlist in the window, cairo\n"
            "                     headless\n"
            "  --debug            the GUI helper's layout debugging tools\n"
+           "  --watch            headless: reload the files saved in the bundle's ini/ and\n"
+           "                     ani/ folders, as the window always does\n"
            "keys in the window: F5 flies a window in or out, F9 marks a screenshot while\n"
            "recording, F12 switches the debug mode, Escape closes the topmost window the\n"
            "user opened (unless an edit box has the keys)\n";
@@ -63,6 +65,8 @@ DemoOptions ParseDemoOptions(int argc, char** argv)
             options.bHeadless = true;
         else if (std::strcmp(arg, "--debug") == 0)
             options.bDebug = true;
+        else if (std::strcmp(arg, "--watch") == 0)
+            options.bWatch = true;
         else if (std::strcmp(arg, "--out") == 0 && hasValue)
             options.strOutDir = argv[++i];
         else if (std::strcmp(arg, "--data") == 0 && hasValue)

@@ -23,6 +23,7 @@ struct DemoOptions
     int nWidth = 1024;
     int nHeight = 768;
     bool bDebug = false; // the GUI helper's layout debugging tools
+    bool bWatch = false; // headless: reload the bundle's edited files (the window always does)
     DemoRenderer renderer = DemoRenderer::Default;
     bool bHelp = false;   // --help: print the usage and stop
     std::string strError; // set when the command line is wrong

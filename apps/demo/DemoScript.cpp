@@ -77,7 +77,7 @@ bool CDemoScript::ParseLine(const std::string& line, DemoStep& step) const
         {"down", DemoStep::Down},       {"up", DemoStep::Up},       {"rdown", DemoStep::RDown},
         {"rup", DemoStep::RUp},         {"click", DemoStep::Click}, {"wheel", DemoStep::Wheel},
         {"key", DemoStep::Key},         {"char", DemoStep::Char},   {"shot", DemoStep::Shot},
-        {"compose", DemoStep::Compose}, {"ime", DemoStep::Ime},
+        {"compose", DemoStep::Compose}, {"ime", DemoStep::Ime},     {"reload", DemoStep::Reload},
     };
     std::istringstream words(line);
     std::string verb;
@@ -121,6 +121,8 @@ bool CDemoScript::ParseLine(const std::string& line, DemoStep& step) const
     }
     case DemoStep::Shot:
         return static_cast<bool>(words >> step.text) && step.text.find('/') == std::string::npos;
+    case DemoStep::Reload:
+        return true;
     default:
         return static_cast<bool>(words >> step.x >> step.y);
     }

@@ -11,6 +11,7 @@
 //   compose TEXT       the input method's composition string (UTF-8) in the focus window
 //   ime TEXT           the input method's result string (UTF-8) in the focus window
 //   shot NAME          save the frame as NAME.png in the output folder
+//   reload             reload the layout as a saved edit does, keeping what is on screen
 //
 // Blank lines and lines starting with '#' are skipped.
 #pragma once
@@ -35,6 +36,7 @@ struct DemoStep
         Char,
         Compose,
         Ime,
+        Reload,
         Shot,
     };
     Kind kind = Frame;

@@ -149,6 +149,9 @@ int RunClient(const DemoOptions& options, CSdlPresenter* presenter)
         std::fprintf(stderr, "qzgui-demo: cannot create the main window\n");
         return 1;
     }
+    // The data folder is the current one.
+    if ((presenter || options.bWatch) && !host.WatchBundle("."))
+        std::fprintf(stderr, "qzgui-demo: cannot watch the data folder; no live reload\n");
     if (presenter)
         return RunWindow(host, *presenter, options);
     if (!options.strReplay.empty())

@@ -7,8 +7,10 @@
 #include "ScopedCurrentDir.h"
 #include "support/LogCapture.h"
 
+#include "controls/QzCheck.h"
 #include "controls/QzList.h"
 #include "controls/QzSlider.h"
+#include "controls/QzTree.h"
 #include "framework/QzDialog.h"
 #include "textinput/QzEdit.h"
 #include "textinput/QzEditEx.h"
@@ -32,6 +34,9 @@ const DWORD kChatInputId = 42;
 const DWORD kNameId = 10;
 const DWORD kSliderId = 20;
 const DWORD kDraggedId = 201;
+const DWORD kQuestsId = 20;
+const DWORD kMainQuests = 2; // the tree's first item
+const DWORD kMarqueeCheckId = 12;
 
 std::string ReadText(const std::string& path)
 {
@@ -115,6 +120,14 @@ protected:
     {
         return FindCtrl<QzGui::CQzList>(m_pMgr, CCollectionsDialog::kId, kChatId);
     }
+    QzGui::CQzTree* Quests()
+    {
+        return FindCtrl<QzGui::CQzTree>(m_pMgr, CCollectionsDialog::kId, kQuestsId);
+    }
+    QzGui::CQzCheck* Marquee()
+    {
+        return FindCtrl<QzGui::CQzCheck>(m_pMgr, CControlsDialog::kId, kMarqueeCheckId);
+    }
     QzGui::CQzDialog* Dialog(DWORD id) { return m_pMgr->FindDialog(id); }
 
     // Red pixels of the bottom-left corner, where the reload panel is drawn.
@@ -152,6 +165,8 @@ TEST_F(DemoLiveReload, AnEditShowsWithinTwoFramesAndTheScreenKeepsItsState)
     Chat()->SelectRow(12);
     Chat()->SetTopIndex(9);
     FindCtrl<QzGui::CQzSlider>(m_pMgr, CControlsDialog::kId, kSliderId)->SetValue(37, TRUE);
+    Quests()->Expand(kMainQuests, QzGui::QZ_TREE_COLLAPSE);
+    Marquee()->SetCheck(FALSE);
     const int rows = Chat()->GetCount();
     Frames(1);
 
@@ -175,7 +190,30 @@ TEST_F(DemoLiveReload, AnEditShowsWithinTwoFramesAndTheScreenKeepsItsState)
     EXPECT_EQ(12, Chat()->GetCurSel());
     EXPECT_EQ(9, Chat()->GetTopIndex());
     EXPECT_EQ(37, FindCtrl<QzGui::CQzSlider>(m_pMgr, CControlsDialog::kId, kSliderId)->GetValue());
+    EXPECT_FALSE(Quests()->GetExpanded(kMainQuests));
+    EXPECT_FALSE(Marquee()->GetCheck());
     EXPECT_FALSE(m_host.GetReloadPanel()->IsShown());
+}
+
+// The animation file goes through the reload of everything; a script's "reload" step through
+// the layout's: both keep the chat's selection.
+TEST_F(DemoLiveReload, TheAnimationFileAndTheScriptStepReloadKeepingTheState)
+{
+    Chat()->SetTopIndex(0);
+    Chat()->SelectRow(3);
+    const QzGui::IQzGuiWndInfo* record = Dialog(CShowcaseDialog::kId)->GetWndInfo();
+    WriteText("ani/Control.ani", ReadText("ani/Control.ani"));
+    Frames(2);
+    EXPECT_NE(record, Dialog(CShowcaseDialog::kId)->GetWndInfo());
+    EXPECT_EQ(3, Chat()->GetCurSel());
+
+    record = Dialog(CShowcaseDialog::kId)->GetWndInfo();
+    CDemoScript script;
+    std::string error;
+    ASSERT_TRUE(script.Parse("reload\nframe\n", "reload", error)) << error;
+    ASSERT_TRUE(m_host.RunScript(script, m_folder / "shots", error)) << error;
+    EXPECT_NE(record, Dialog(CShowcaseDialog::kId)->GetWndInfo());
+    EXPECT_EQ(3, Chat()->GetCurSel());
 }
 
 TEST_F(DemoLiveReload, AnUndraggedWindowTakesItsEditedPlace)
@@ -235,6 +273,7 @@ TEST_F(DemoLiveReload, ABrokenEditKeepsTheScreenUntilAFix)
 // A broken file stays broken until fixed: a sound edit of another file does not load it.
 TEST_F(DemoLiveReload, ASoundEditElsewhereDoesNotLoadAFileStillBroken)
 {
+    QzTest::LogCapture log;
     EditLayout("[0-100]\nx=40", "[0-100]\nx=forty");
     Frames(2);
     ASSERT_TRUE(m_host.GetReloadPanel()->IsShown());

@@ -1,5 +1,6 @@
 #include "BundleCheck.h"
 
+#include <cstdint>
 #include <cstdio>
 #include <fstream>
 #include <sstream>
@@ -24,9 +25,13 @@ std::string Trimmed(const std::string& line)
     return line.substr(0, end);
 }
 
+// An integer as the readers take it: spaces before it, a sign, digits.
 bool IsNumber(const std::string& value)
 {
-    size_t i = value[0] == '-' || value[0] == '+' ? 1 : 0;
+    size_t i = value.find_first_not_of(" \t");
+    if (i == std::string::npos)
+        return false;
+    i += value[i] == '-' || value[i] == '+' ? 1 : 0;
     if (i == value.size())
         return false;
     for (; i < value.size(); ++i)
@@ -161,12 +166,18 @@ void CBundleCheck::CheckText(const std::string& relative, const std::string& tex
 void CBundleCheck::CheckFile(const std::string& root, const std::string& relative,
                              std::vector<BundleError>& errors)
 {
-    std::ifstream file(root + "/" + relative, std::ios::binary);
+    std::ifstream file(root + "/" + relative, std::ios::binary | std::ios::ate);
     if (!file)
     {
         errors.push_back({relative, 0, "cannot read the file", std::string()});
         return;
     }
+    if (static_cast<uint64_t>(file.tellg()) > kMaxFileBytes)
+    {
+        errors.push_back({relative, 0, "file too large to check", std::string()});
+        return;
+    }
+    file.seekg(0);
     std::ostringstream text;
     text << file.rdbuf();
     CheckText(relative, text.str(), errors);

@@ -4,6 +4,7 @@
 // without "w" or "h", and numbers of the layout that are not numbers.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -21,6 +22,8 @@ public:
     // Most errors kept for one file, and bytes of a line kept in an error.
     static constexpr size_t kMaxErrors = 20;
     static constexpr size_t kMaxText = 80;
+    // Larger files are not read: no bundle file comes near this.
+    static constexpr uint64_t kMaxFileBytes = 64u << 20;
 
     // Checks root/relative; a file that cannot be read is an error.
     static void CheckFile(const std::string& root, const std::string& relative,

@@ -117,6 +117,7 @@ bool CDemoHost::Create(bool bDebug)
             if (dialog->IsVisible())
                 m_vecResident.push_back(dialog);
         }
+        m_places.NotePlaced(*mgr);
     }
     return true;
 }
@@ -534,12 +535,8 @@ bool CDemoHost::SaveShot(const std::string& outDir, const std::string& name, std
 
 bool CDemoHost::WatchBundle(const std::string& root)
 {
-    auto* mgr = dynamic_cast<QzGui::CQzGuiMgr*>(m_pGuiMgr);
-    if (!mgr)
-        return false;
     if (!m_pLiveReload)
         m_pLiveReload = std::make_unique<CLiveReload>(root);
-    m_places.NotePlaced(*mgr);
     return m_pLiveReload->Start();
 }
 

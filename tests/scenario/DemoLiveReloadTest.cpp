@@ -319,7 +319,7 @@ TEST(DemoBundleCheck, FindsWhatTheReadersWouldMisread)
         const char* expected; // "" when sound
     };
     const Case cases[] = {
-        {"ini/L.ini", "[0-1]\nx=-5\ny=+3\nw=10 \nh=20\r\n", ""},
+        {"ini/L.ini", "[0-1]\nx=-5\ny=+3\nw=10 \nh= 20\r\n", ""},
         {"ini/L.ini", "; [0-1\n[0-1]\nw=1\nh=1\n", ""},
         {"ini/L.ini", "[0-1]\nw=1\nh=1\n[0-2\nw=1\nh=1\n",
          "ini/L.ini:4: unclosed section header (no \"]\"): [0-2"},

@@ -1,6 +1,7 @@
 #include "BundleWatcher.h"
 
 #include <cstring>
+#include <filesystem>
 #include <sys/inotify.h>
 #include <unistd.h>
 
@@ -46,6 +47,7 @@ bool CBundleWatcher::Start(const std::string& root)
     m_nFd = inotify_init1(IN_NONBLOCK | IN_CLOEXEC);
     if (m_nFd < 0)
         return false;
+    m_strRoot = root;
     m_nIniWatch = inotify_add_watch(m_nFd, (root + "/ini").c_str(), kEvents);
     m_nAniWatch = inotify_add_watch(m_nFd, (root + "/ani").c_str(), kEvents);
     if (m_nIniWatch >= 0 || m_nAniWatch >= 0)
@@ -69,6 +71,13 @@ bool CBundleWatcher::ReadEvents()
         {
             const auto* event = reinterpret_cast<const inotify_event*>(buffer + offset);
             offset += static_cast<ssize_t>(sizeof(inotify_event) + event->len);
+            if (event->mask & IN_Q_OVERFLOW)
+            {
+                bAny = true;
+                AddFolder("ini");
+                AddFolder("ani");
+                continue;
+            }
             if (event->len == 0 || offset > nRead)
                 continue;
             const std::string name(event->name, strnlen(event->name, event->len));
@@ -81,6 +90,19 @@ bool CBundleWatcher::ReadEvents()
             if (m_setPending.size() < kMaxPending)
                 m_setPending.insert(folder + name);
         }
+    }
+}
+
+// The events were lost: every bundle file of the folder may have changed.
+void CBundleWatcher::AddFolder(const char* folder)
+{
+    std::error_code error;
+    std::filesystem::directory_iterator it(m_strRoot + "/" + folder, error);
+    for (; !error && it != std::filesystem::directory_iterator(); it.increment(error))
+    {
+        const std::string name = it->path().filename().string();
+        if (IsBundleFile(name) && m_setPending.size() < kMaxPending)
+            m_setPending.insert(std::string(folder) + "/" + name);
     }
 }
 

@@ -31,7 +31,9 @@ public:
 
 private:
     bool ReadEvents();
+    void AddFolder(const char* folder);
 
+    std::string m_strRoot;
     int m_nFd = -1;
     int m_nIniWatch = -1;
     int m_nAniWatch = -1;

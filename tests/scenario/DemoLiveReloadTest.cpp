@@ -2,6 +2,7 @@
 // frames and keeps what the user sees; a broken edit keeps the last good screen and shows its
 // errors with file and line until a fix.
 #include "BundleCheck.h"
+#include "BundleWatcher.h"
 #include "DemoHost.h"
 #include "DemoRun.h"
 #include "ScopedCurrentDir.h"
@@ -350,6 +351,24 @@ TEST(DemoBundleCheck, KeepsAFewErrorsOfAHostileFile)
     CBundleCheck::CheckText("ini/L.ini", text, errors);
     ASSERT_EQ(CBundleCheck::kMaxErrors, errors.size());
     EXPECT_LE(errors[0].text.size(), CBundleCheck::kMaxText);
+}
+
+// The saves a reload reads, not the temporary and backup files editors write beside them.
+TEST(DemoBundleWatcher, TakesTheBundleFilesOnly)
+{
+    const std::pair<const char*, bool> cases[] = {
+        {"DemoLayout.ini", true},
+        {"Control.ANI", true},
+        {".DemoLayout.ini.swp", false},
+        {"DemoLayout.ini~", false},
+        {"4913", false},
+        {"#DemoLayout.ini#", false},
+        {".#DemoLayout.ini", false},
+        {"DemoLayout.ini.bak", false},
+        {"", false},
+    };
+    for (const auto& [name, expected] : cases)
+        EXPECT_EQ(expected, CBundleWatcher::IsBundleFile(name)) << name;
 }
 
 } // namespace

@@ -29,7 +29,7 @@ void CWindowPlaces::Save(QzGui::CQzGuiMgr& mgr)
     for (const QzGui::CQzDialog* dialog : mgr.GetDialogs())
     {
         if (!dialog->GetParent())
-            m_mapSaved[dialog] = {dialog->GetLocalPos(), dialog->IsWindowVisible()};
+            m_mapSaved[dialog] = {dialog->GetLocalPos(), dialog->IsWindowVisible() != 0};
     }
 }
 

@@ -1,5 +1,7 @@
 #include "CCairoTextCache.h"
 
+#include "QzPangoText.h"
+
 #include <pango/pangocairo.h>
 
 #include <algorithm>
@@ -9,38 +11,6 @@ namespace QzPlatform
 {
 
 const char* const CCairoTextCache::kDefaultFace = "Sans";
-
-namespace
-{
-
-// Pango takes valid UTF-8 only: the text is cut at its first NUL and every invalid sequence
-// becomes U+FFFD.
-std::string ValidUtf8(const std::string& text)
-{
-    const std::string cut = text.substr(0, text.find('\0'));
-    if (g_utf8_validate(cut.data(), static_cast<gssize>(cut.size()), nullptr))
-        return cut;
-    gchar* valid = g_utf8_make_valid(cut.data(), static_cast<gssize>(cut.size()));
-    std::string result(valid);
-    g_free(valid);
-    return result;
-}
-
-PangoContext* CreateContext()
-{
-    PangoFontMap* fontMap = pango_cairo_font_map_new();
-    PangoContext* context = pango_font_map_create_context(fontMap);
-    g_object_unref(fontMap);
-    // Grey antialiasing whatever the desktop prefers, so that the same text gives the same
-    // pixels on every machine with the same fonts.
-    cairo_font_options_t* options = cairo_font_options_create();
-    cairo_font_options_set_antialias(options, CAIRO_ANTIALIAS_GRAY);
-    pango_cairo_context_set_font_options(context, options);
-    cairo_font_options_destroy(options);
-    return context;
-}
-
-} // namespace
 
 bool CCairoTextCache::Key::operator==(const Key& other) const
 {
@@ -55,7 +25,7 @@ size_t CCairoTextCache::KeyHash::operator()(const Key& key) const
 }
 
 CCairoTextCache::CCairoTextCache(size_t capacity)
-    : m_nCapacity(std::max<size_t>(capacity, 1)), m_pContext(CreateContext())
+    : m_nCapacity(std::max<size_t>(capacity, 1)), m_pContext(PangoText::CreateContext())
 {
 }
 
@@ -89,16 +59,9 @@ PangoLayout* CCairoTextCache::Get(const std::string& utf8, const FontSpec& font)
 
 PangoLayout* CCairoTextCache::CreateLayout(const Key& key) const
 {
-    PangoFontDescription* description = pango_font_description_new();
-    pango_font_description_set_family(description, key.face.c_str());
-    pango_font_description_set_absolute_size(description, key.size * PANGO_SCALE);
-
-    PangoLayout* layout = pango_layout_new(m_pContext);
-    pango_layout_set_font_description(layout, description);
-    pango_font_description_free(description);
-    const std::string text = ValidUtf8(key.text);
-    pango_layout_set_text(layout, text.data(), static_cast<int>(text.size()));
-    return layout;
+    const std::string text = PangoText::ValidUtf8(key.text);
+    return PangoText::CreateLayout(m_pContext, key.face, key.size, text.data(),
+                                   static_cast<int>(text.size()));
 }
 
 void CCairoTextCache::EvictOldest()

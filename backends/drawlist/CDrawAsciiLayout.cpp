@@ -1,5 +1,7 @@
 #include "CDrawAsciiLayout.h"
 
+#include "QzPangoText.h"
+
 #include <pango/pangocairo.h>
 
 namespace QzPlatform
@@ -159,14 +161,7 @@ CDrawAsciiLayout::Font* CDrawAsciiLayout::FindFont(const std::string& face, int 
 
 PangoLayout* CDrawAsciiLayout::Layout(const Font& font, const char* text, int length) const
 {
-    PangoFontDescription* description = pango_font_description_new();
-    pango_font_description_set_family(description, font.face.c_str());
-    pango_font_description_set_absolute_size(description, font.size * PANGO_SCALE);
-    PangoLayout* layout = pango_layout_new(m_pContext);
-    pango_layout_set_font_description(layout, description);
-    pango_font_description_free(description);
-    pango_layout_set_text(layout, text, length);
-    return layout;
+    return PangoText::CreateLayout(m_pContext, font.face, font.size, text, length);
 }
 
 // The font of "x" is the font every character must come from; the line's height and baseline

@@ -1,5 +1,7 @@
 #include "CDrawTextCache.h"
 
+#include "QzPangoText.h"
+
 #include <pango/pangocairo.h>
 
 #include <algorithm>
@@ -12,33 +14,6 @@ const char* const CDrawTextCache::kDefaultFace = "Sans";
 
 namespace
 {
-
-// Pango takes valid UTF-8 only: the text is cut at its first NUL and every invalid sequence
-// becomes U+FFFD.
-std::string ValidUtf8(const std::string& text)
-{
-    const std::string cut = text.substr(0, text.find('\0'));
-    if (g_utf8_validate(cut.data(), static_cast<gssize>(cut.size()), nullptr))
-        return cut;
-    gchar* valid = g_utf8_make_valid(cut.data(), static_cast<gssize>(cut.size()));
-    std::string result(valid);
-    g_free(valid);
-    return result;
-}
-
-// The context the cairo device's text cache makes: fontconfig fonts through a cairo font map,
-// grey antialiasing whatever the desktop prefers.
-PangoContext* CreateContext()
-{
-    PangoFontMap* fontMap = pango_cairo_font_map_new();
-    PangoContext* context = pango_font_map_create_context(fontMap);
-    g_object_unref(fontMap);
-    cairo_font_options_t* options = cairo_font_options_create();
-    cairo_font_options_set_antialias(options, CAIRO_ANTIALIAS_GRAY);
-    pango_cairo_context_set_font_options(context, options);
-    cairo_font_options_destroy(options);
-    return context;
-}
 
 const std::string& DefaultFace()
 {
@@ -66,8 +41,8 @@ size_t HashKey(const std::string& text, const std::string& face, int size)
 } // namespace
 
 CDrawTextCache::CDrawTextCache(CDrawGlyphCache& glyphs, size_t capacity)
-    : m_glyphs(glyphs), m_nCapacity(std::max<size_t>(capacity, 1)), m_pContext(CreateContext()),
-      m_ascii(m_pContext, glyphs)
+    : m_glyphs(glyphs), m_nCapacity(std::max<size_t>(capacity, 1)),
+      m_pContext(PangoText::CreateContext()), m_ascii(m_pContext, glyphs)
 {
 }
 
@@ -205,15 +180,9 @@ void CDrawTextCache::PushNewest(uint32_t index)
 
 PangoLayout* CDrawTextCache::CreateLayout(Entry& entry) const
 {
-    PangoFontDescription* description = pango_font_description_new();
-    pango_font_description_set_family(description, entry.face.c_str());
-    pango_font_description_set_absolute_size(description, entry.size * PANGO_SCALE);
-
-    PangoLayout* layout = pango_layout_new(m_pContext);
-    pango_layout_set_font_description(layout, description);
-    pango_font_description_free(description);
-    const std::string text = ValidUtf8(entry.text);
-    pango_layout_set_text(layout, text.data(), static_cast<int>(text.size()));
+    const std::string text = PangoText::ValidUtf8(entry.text);
+    PangoLayout* layout = PangoText::CreateLayout(m_pContext, entry.face, entry.size, text.data(),
+                                                  static_cast<int>(text.size()));
     pango_layout_get_pixel_size(layout, &entry.extent.cx, &entry.extent.cy);
     entry.measured = true;
     return layout;

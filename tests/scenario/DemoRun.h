@@ -3,6 +3,7 @@
 #pragma once
 
 #include "support/ImageComparePng.h"
+#include "support/TempFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -11,7 +12,6 @@
 #include <cstdlib>
 #include <filesystem>
 #include <string>
-#include <unistd.h>
 
 namespace DemoScenario
 {
@@ -26,26 +26,7 @@ inline int RunDemo(const std::string& arguments, const std::string& errorFile = 
     return std::system(command.c_str());
 }
 
-// A folder of the test's own under the temporary folder, removed with everything in it.
-class TempFolder
-{
-public:
-    explicit TempFolder(const std::string& name)
-        : m_path(std::filesystem::temp_directory_path() /
-                 ("qzgui-" + name + "-" + std::to_string(getpid())))
-    {
-        std::filesystem::remove_all(m_path);
-        std::filesystem::create_directories(m_path);
-    }
-    ~TempFolder() { std::filesystem::remove_all(m_path); }
-    TempFolder(const TempFolder&) = delete;
-    TempFolder& operator=(const TempFolder&) = delete;
-
-    std::string operator/(const std::string& name) const { return (m_path / name).string(); }
-
-private:
-    std::filesystem::path m_path;
-};
+using QzTest::TempFolder;
 
 inline QzTest::Image ReadShot(const std::string& path)
 {
@@ -61,13 +42,7 @@ public:
     // renderer: the demo's --renderer, or "" for its headless default (cairo).
     explicit DemoRun(const std::string& script, const std::string& renderer = std::string())
     {
-        // One folder per process, script and renderer: CTest runs the cases in parallel.
-        m_out = std::filesystem::temp_directory_path() /
-                ("qzgui-demo-" + (script.empty() ? std::string("all") : script) + "-" +
-                 (renderer.empty() ? std::string("default") : renderer) + "-" +
-                 std::to_string(getpid()));
-        std::filesystem::remove_all(m_out);
-        std::string arguments = "--headless --out " + m_out.string();
+        std::string arguments = "--headless --out " + OutDir().string();
         if (!renderer.empty())
             arguments += " --renderer " + renderer;
         if (!script.empty())
@@ -75,23 +50,21 @@ public:
                 " --script " + std::string(QZGUI_BINARY_DIR) + "/demo-bundle/scripts/" + script;
         m_exitCode = RunDemo(arguments);
     }
-    ~DemoRun() { std::filesystem::remove_all(m_out); }
-    DemoRun(const DemoRun&) = delete;
-    DemoRun& operator=(const DemoRun&) = delete;
 
     int ExitCode() const { return m_exitCode; }
-    const std::filesystem::path& OutDir() const { return m_out; }
+    const std::filesystem::path& OutDir() const { return m_out.Path(); }
     bool HasShot(const char* name) const
     {
         return std::filesystem::exists(m_out / (std::string(name) + ".png"));
     }
     QzTest::Image Shot(const char* name) const
     {
-        return ReadShot((m_out / (std::string(name) + ".png")).string());
+        return ReadShot(m_out / (std::string(name) + ".png"));
     }
 
 private:
-    std::filesystem::path m_out;
+    // The screenshots' folder, one a run: CTest runs the cases in parallel.
+    TempFolder m_out{"demo"};
     int m_exitCode = -1;
 };
 

@@ -4,6 +4,7 @@
 #include "AllocationCounter.h"
 #include "CDrawListDevice.h"
 #include "CSdlDrawListRenderer.h"
+#include "support/TempFolder.h"
 
 #include <SDL.h>
 #include <cairo.h>
@@ -69,10 +70,9 @@ bool Near(uint32_t a, uint32_t b)
     return true;
 }
 
-// A 2 x 2 PNG: opaque red, opaque green, blue at half opacity, fully transparent.
-std::string WriteQuadPng()
+// Writes a 2 x 2 PNG: opaque red, opaque green, blue at half opacity, fully transparent.
+std::string WriteQuadPng(const std::string& path)
 {
-    const std::string path = ::testing::TempDir() + "qzgui_sdl_renderer_quad.png";
     cairo_surface_t* surface = cairo_image_surface_create(CAIRO_FORMAT_ARGB32, 2, 2);
     cairo_surface_flush(surface);
     const uint32_t premultiplied[4] = {0xFFFF0000, 0xFF00FF00, 0x80000080, 0x00000000};
@@ -112,6 +112,7 @@ protected:
         return count;
     }
 
+    const QzTest::TempFolder m_folder{"sdl-renderer"};
     SoftwareTarget m_target;
     CDrawListDevice m_device{kWidth, kHeight};
     CSdlDrawListRenderer m_renderer{m_target.Renderer()};
@@ -145,7 +146,7 @@ TEST_F(SdlDrawListRenderer, ClearsFillsBlendsAndClips)
 
 TEST_F(SdlDrawListRenderer, ImagesKeepTheirTexelsAndStraightAlpha)
 {
-    const QzPlatform::TextureId image = m_device.LoadTexture(WriteQuadPng());
+    const QzPlatform::TextureId image = m_device.LoadTexture(WriteQuadPng(m_folder / "quad.png"));
     ASSERT_NE(0u, image);
     m_device.SetClearColor(0xFF000000);
     Frame(
@@ -160,7 +161,7 @@ TEST_F(SdlDrawListRenderer, ImagesKeepTheirTexelsAndStraightAlpha)
 
 TEST_F(SdlDrawListRenderer, OneTexturePerAtlasUploadedOnlyWhenItChanges)
 {
-    const QzPlatform::TextureId image = m_device.LoadTexture(WriteQuadPng());
+    const QzPlatform::TextureId image = m_device.LoadTexture(WriteQuadPng(m_folder / "quad.png"));
     const auto draw = [image](CDrawListDevice& device)
     {
         device.FillRect(0, 0, 8, 8, 0xFFFFFFFF);

@@ -5,21 +5,15 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <fstream>
 #include <iterator>
-#include <stdexcept>
 
 namespace QzTest
 {
 
 TempDataDir::TempDataDir() : m_previous(std::filesystem::current_path())
 {
-    std::string pattern = (std::filesystem::temp_directory_path() / "qzgui-data-XXXXXX").string();
-    if (!mkdtemp(&pattern[0]))
-        throw std::runtime_error("cannot make a temporary folder from " + pattern);
-    m_path = std::filesystem::canonical(pattern);
-    std::filesystem::current_path(m_path);
+    std::filesystem::current_path(m_folder.Path());
     ForgetCaches();
 }
 
@@ -28,7 +22,6 @@ TempDataDir::~TempDataDir()
     ForgetCaches();
     std::error_code ignored;
     std::filesystem::current_path(m_previous, ignored);
-    std::filesystem::remove_all(m_path, ignored);
 }
 
 void TempDataDir::ForgetCaches()
@@ -39,27 +32,27 @@ void TempDataDir::ForgetCaches()
 
 void TempDataDir::Write(const std::string& relative, const std::string& bytes) const
 {
-    const std::filesystem::path path = m_path / relative;
+    const std::filesystem::path path = Path() / relative;
     std::filesystem::create_directories(path.parent_path());
     std::ofstream(path, std::ios::binary | std::ios::trunc) << bytes;
 }
 
 std::string TempDataDir::Read(const std::string& relative) const
 {
-    std::ifstream file(m_path / relative, std::ios::binary);
+    std::ifstream file(Path() / relative, std::ios::binary);
     return std::string(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
 }
 
 bool TempDataDir::Exists(const std::string& relative) const
 {
     std::error_code ignored;
-    return std::filesystem::exists(m_path / relative, ignored);
+    return std::filesystem::exists(Path() / relative, ignored);
 }
 
 void TempDataDir::MakeFolder(const std::string& relative) const
 {
     std::error_code error;
-    EXPECT_TRUE(std::filesystem::create_directory(m_path / relative, error))
+    EXPECT_TRUE(std::filesystem::create_directory(Path() / relative, error))
         << "cannot make the folder " << relative << ": " << error.message();
 }
 

@@ -5,6 +5,8 @@
 // removes the folder with everything in it.
 #pragma once
 
+#include "support/TempFolder.h"
+
 #include <filesystem>
 #include <string>
 
@@ -21,8 +23,8 @@ public:
     TempDataDir& operator=(const TempDataDir&) = delete;
 
     // The folder's absolute path, without symbolic links (as getcwd reports it).
-    const std::filesystem::path& Path() const { return m_path; }
-    std::string Folder() const { return m_path.string(); }
+    const std::filesystem::path& Path() const { return m_folder.Path(); }
+    std::string Folder() const { return m_folder.Path().string(); }
 
     // Writes the bytes as given to a file under the folder, creating its parent folders.
     void Write(const std::string& relative, const std::string& bytes) const;
@@ -36,7 +38,7 @@ private:
     static void ForgetCaches();
 
     std::filesystem::path m_previous;
-    std::filesystem::path m_path;
+    TempFolder m_folder{"data"};
 };
 
 } // namespace QzTest

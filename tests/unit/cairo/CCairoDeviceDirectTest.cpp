@@ -3,6 +3,7 @@
 // only, and the two surfaces are compared pixel for pixel, without and then with a clip.
 #include "CCairoDevice.h"
 #include "TestPng.h"
+#include "support/TempFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -53,7 +54,7 @@ protected:
     TextureId Load(const std::string& name, int width, int height,
                    const std::function<uint32_t(int, int)>& pixel)
     {
-        const std::string path = QzTest::TempPath(name);
+        const std::string path = folder / name;
         QzTest::WritePng(path, width, height, pixel);
         const TextureId id = direct.LoadTexture(path);
         EXPECT_EQ(id, cairo.LoadTexture(path));
@@ -98,6 +99,7 @@ protected:
             }
         }
     }
+    const QzTest::TempFolder folder{"cairo"};
     CCairoDevice direct;
     CCairoDevice cairo;
 };

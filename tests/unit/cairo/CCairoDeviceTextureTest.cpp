@@ -4,12 +4,12 @@
 #include "support/GeometryPrint.h"
 #include "support/ImageComparePng.h"
 #include "support/LogCapture.h"
+#include "support/TempFolder.h"
 
 #include <gtest/gtest.h>
 
 #include <climits>
 #include <cmath>
-#include <cstdio>
 #include <fstream>
 #include <tuple>
 
@@ -45,10 +45,11 @@ protected:
     TextureId Load(const std::string& name, int width, int height,
                    const std::function<uint32_t(int, int)>& pixel)
     {
-        const std::string path = QzTest::TempPath(name);
+        const std::string path = folder / name;
         QzTest::WritePng(path, width, height, pixel);
         return device.LoadTexture(path);
     }
+    const QzTest::TempFolder folder{"cairo"};
     CCairoDevice device;
 };
 
@@ -56,7 +57,7 @@ protected:
 
 TEST_F(CairoTextures, SamePathGivesSameIdAndSize)
 {
-    const std::string path = QzTest::TempPath("a.png");
+    const std::string path = folder / "a.png";
     QzTest::WritePng(path, 6, 4, Distinct);
     const TextureId id = device.LoadTexture(path);
     ASSERT_NE(0u, id);
@@ -69,8 +70,7 @@ TEST_F(CairoTextures, SamePathGivesSameIdAndSize)
 TEST_F(CairoTextures, FailedLoadIsLoggedOnceAndRememberedUntilClearCaches)
 {
     QzTest::LogCapture log;
-    const std::string path = QzTest::TempPath("late.png");
-    std::remove(path.c_str());
+    const std::string path = folder / "late.png";
     EXPECT_EQ(0u, device.LoadTexture(path));
     ASSERT_EQ(1, log.Count("open file failed"));
     EXPECT_EQ(path, log.Find("open file failed")->Get("file_name"));
@@ -85,7 +85,7 @@ TEST_F(CairoTextures, FailedLoadIsLoggedOnceAndRememberedUntilClearCaches)
 TEST_F(CairoTextures, FileThatIsNoPngFails)
 {
     QzTest::LogCapture log;
-    const std::string path = QzTest::TempPath("text.png");
+    const std::string path = folder / "text.png";
     std::ofstream(path) << "not an image\n";
     EXPECT_EQ(0u, device.LoadTexture(path));
     EXPECT_EQ(0u, device.LoadTexture(""));
@@ -98,7 +98,7 @@ TEST_F(CairoTextures, ClearCachesRetiresOldIds)
     device.ClearCaches();
     EXPECT_EQ(0, device.GetTextureSize(first).cx);
     EXPECT_TRUE(device.IsTransparent(first, 0, 0));
-    const TextureId second = device.LoadTexture(QzTest::TempPath("a.png"));
+    const TextureId second = device.LoadTexture(folder / "a.png");
     EXPECT_NE(0u, second);
     EXPECT_NE(first, second);
 }
@@ -185,12 +185,12 @@ TEST_F(CairoTextures, SavePngReloadsToTheSamePixels)
     device.FillRect(2, 2, 20, 9, 0xFF336699);
     device.FillRect(5, 5, 30, 30, 0x80FFCC00);
     device.DrawLine(0, 31, 31, 0, 0xFFFFFFFF);
-    const std::string path = QzTest::TempPath("saved.png");
+    const std::string path = folder / "saved.png";
     ASSERT_TRUE(device.SavePng(path));
     QzTest::Image saved;
     ASSERT_TRUE(QzTest::ReadPng(path, saved));
     const QzTest::ImageView surface{device.GetData(), 32, 32, device.GetStride()};
     const QzTest::CompareResult result = QzTest::CompareImages(surface, saved.View());
     EXPECT_TRUE(result.passed) << result.Describe();
-    EXPECT_FALSE(device.SavePng(QzTest::TempPath("no/such/dir.png")));
+    EXPECT_FALSE(device.SavePng(folder / "no/such/dir.png"));
 }

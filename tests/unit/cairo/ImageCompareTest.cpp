@@ -2,6 +2,7 @@
 #include "support/ImageCompare.h"
 #include "TestPng.h"
 #include "support/ImageComparePng.h"
+#include "support/TempFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -105,8 +106,9 @@ TEST(ImageCompare, ImagesThatCannotBeComparedFail)
 
 TEST(ImageCompare, PngFilesDifferingInOnePixel)
 {
-    const std::string a = QzTest::TempPath("a.png");
-    const std::string b = QzTest::TempPath("b.png");
+    const QzTest::TempFolder folder("image-compare");
+    const std::string a = folder / "a.png";
+    const std::string b = folder / "b.png";
     QzTest::WritePng(a, 9, 6, [](int x, int y) { return 0xFF000000u | uint32_t(x * y); });
     QzTest::WritePng(b, 9, 6,
                      [](int x, int y)

@@ -13,14 +13,6 @@
 namespace QzTest
 {
 
-// A path in the test temp folder, unique to the running test.
-inline std::string TempPath(const std::string& name)
-{
-    const ::testing::TestInfo* test = ::testing::UnitTest::GetInstance()->current_test_info();
-    return ::testing::TempDir() + "qzgui_cairo_" + test->test_suite_name() + "_" + test->name() +
-           "_" + name;
-}
-
 // Writes a width x height PNG whose pixel (x, y) is pixel(x, y), premultiplied ARGB.
 inline void WritePng(const std::string& path, int width, int height,
                      const std::function<uint32_t(int, int)>& pixel)

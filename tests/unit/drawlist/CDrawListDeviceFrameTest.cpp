@@ -39,7 +39,7 @@ __attribute__((noinline)) void operator delete(void* block, std::size_t) noexcep
 
 TEST(DrawListFrames, ASteadyFrameAllocatesNothing)
 {
-    QzTest::TempFolder folder;
+    QzTest::PngFolder folder;
     QzPlatform::CDrawListDevice device(320, 200);
     const QzPlatform::TextureId sprite = device.LoadTexture(folder.WritePng(
         "sprite.png", 16, 8, [](int x, int y) { return 0xFF000000u | uint32_t(x * y); }));

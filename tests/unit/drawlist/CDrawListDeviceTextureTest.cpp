@@ -57,7 +57,7 @@ protected:
         x = vertex.u * float(atlas.width);
         y = vertex.v * float(atlas.height);
     }
-    QzTest::TempFolder folder;
+    QzTest::PngFolder folder;
     CDrawListDevice device;
 };
 

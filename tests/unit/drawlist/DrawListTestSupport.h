@@ -4,6 +4,7 @@
 #pragma once
 
 #include "CDrawListDevice.h"
+#include "support/TempFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -14,7 +15,6 @@
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
-#include <filesystem>
 #include <functional>
 #include <string>
 #include <vector>
@@ -22,25 +22,11 @@
 namespace QzTest
 {
 
-class TempFolder
+// A test's temporary folder for PNG fixtures.
+class PngFolder
 {
 public:
-    TempFolder()
-    {
-        std::string pattern =
-            (std::filesystem::temp_directory_path() / "qzgui-drawlist-XXXXXX").string();
-        if (mkdtemp(&pattern[0]) != nullptr)
-            m_path = pattern;
-    }
-    ~TempFolder()
-    {
-        std::error_code ignored;
-        std::filesystem::remove_all(m_path, ignored);
-    }
-    TempFolder(const TempFolder&) = delete;
-    TempFolder& operator=(const TempFolder&) = delete;
-
-    std::string Path(const std::string& name) const { return (m_path / name).string(); }
+    std::string Path(const std::string& name) const { return m_folder / name; }
 
     // Writes a width x height PNG whose pixel (x, y) is pixel(x, y), straight ARGB.
     std::string WritePng(const std::string& name, int width, int height,
@@ -73,7 +59,7 @@ public:
     }
 
 private:
-    std::filesystem::path m_path;
+    TempFolder m_folder{"drawlist"};
 };
 
 // Opaque pixels of a screen drawn from a draw list: each triangle covers the pixel centres

@@ -7,7 +7,7 @@ JOBS ?= $(shell nproc)
 LAUNCHER := $(if $(shell command -v ccache),-DCMAKE_CXX_COMPILER_LAUNCHER=ccache)
 DEMO_OUT ?= out/demo
 
-.PHONY: deps configure build demo test test-asan bench format clean
+.PHONY: deps configure build demo test test-asan valgrind bench format clean
 
 deps:
 	@bash cmake/install-deps.sh
@@ -21,8 +21,9 @@ build: configure
 demo: build
 	@$(BUILD)/apps/demo/qzgui-demo --headless --out $(DEMO_OUT)
 
+# The valgrind run is left out here: `make valgrind` runs it on its own.
 test: build
-	@cd $(BUILD) && ctest --output-on-failure -j $(JOBS)
+	@cd $(BUILD) && ctest --output-on-failure -j $(JOBS) -LE valgrind
 
 # The same tests under AddressSanitizer and UBSan, in a folder of their own.
 test-asan: deps
@@ -31,6 +32,11 @@ test-asan: deps
 	@cmake --build $(ASAN_BUILD) -j $(JOBS)
 	@cd $(ASAN_BUILD) && ASAN_OPTIONS=detect_leaks=1 UBSAN_OPTIONS=print_stacktrace=1 \
 		LSAN_OPTIONS=suppressions=$(CURDIR)/cmake/lsan.supp ctest --output-on-failure -j $(JOBS)
+
+# The demo's headless replay of its recording under valgrind's memcheck (docs/fuzzing.md).
+valgrind: configure
+	@cmake --build $(BUILD) -j $(JOBS) --target qzgui-demo
+	@cd $(BUILD) && ctest --output-on-failure --no-tests=error -L valgrind
 
 bench: build
 	@for b in $(BUILD)/bench/qzgui-bench-*; do $$b; done

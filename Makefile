@@ -7,7 +7,7 @@ JOBS ?= $(shell nproc)
 LAUNCHER := $(if $(shell command -v ccache),-DCMAKE_CXX_COMPILER_LAUNCHER=ccache)
 DEMO_OUT ?= out/demo
 
-.PHONY: deps configure build demo test test-asan valgrind bench format clean
+.PHONY: deps configure build demo test test-asan valgrind fuzz-smoke bench format clean
 
 deps:
 	@bash cmake/install-deps.sh
@@ -37,6 +37,18 @@ test-asan: deps
 valgrind: configure
 	@cmake --build $(BUILD) -j $(JOBS) --target qzgui-demo
 	@cd $(BUILD) && ctest --output-on-failure --no-tests=error -L valgrind
+
+# Every fuzz target for FUZZ_SECONDS on its seeds, built with clang under AddressSanitizer and
+# UBSan in a folder of its own (docs/fuzzing.md). The corpora it grows stay in that folder.
+FUZZ_BUILD ?= build-fuzz
+FUZZ_SECONDS ?= 10
+fuzz-smoke: deps
+	@CC=clang CXX=clang++ cmake -S . -B $(FUZZ_BUILD) -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo \
+		-DQZGUI_FUZZ=ON -DQZGUI_SANITIZE=ON -DQZGUI_BUILD_CAIRO=OFF -DQZGUI_BUILD_BENCH=OFF \
+		-DQZGUI_BUILD_TESTS=OFF -DQZGUI_BUILD_DEMO=OFF -DQZGUI_BUILD_TOOLS=OFF \
+		-DQZGUI_BUILD_SDL=OFF $(LAUNCHER) >/dev/null
+	@cmake --build $(FUZZ_BUILD) -j $(JOBS) --target $(addprefix qzgui-fuzz-,$(basename $(notdir $(wildcard fuzz/*.cpp))))
+	@bash fuzz/run.sh $(FUZZ_BUILD) $(FUZZ_SECONDS) $(FUZZ_BUILD)/fuzz-smoke
 
 bench: build
 	@for b in $(BUILD)/bench/qzgui-bench-*; do $$b; done

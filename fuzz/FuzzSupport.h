@@ -1,8 +1,8 @@
-// What every fuzz target shares: a temporary data root (in memory under /dev/shm when there)
-// that is the current directory for the whole run, inputs written into its files, quiet log
-// and diagnostic sinks, so that the thousands of data errors a run provokes cost little, and a
-// render device that knows every image, so that drawing goes all the way to the device. The
-// targets that drive a GUI manager share its host and a screen of dialogs and windows.
+// What every fuzz target shares: the platform's memory files in place of the disk, so that an
+// input reaches the readers without a system call; quiet log and diagnostic sinks, so that the
+// thousands of data errors a run provokes cost little; and a render device that knows every
+// image, so that drawing goes all the way to the device. The targets that drive a GUI manager
+// share its host and a screen of dialogs and windows.
 #pragma once
 
 #include "framework/QzBaseWindow.h"
@@ -19,10 +19,8 @@
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
-#include <fstream>
 #include <initializer_list>
 #include <memory>
-#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -74,20 +72,16 @@ public:
     }
 };
 
+// The folder the memory files are named from: the current directory at start. Nothing is
+// written there.
 inline std::filesystem::path& DataRoot()
 {
     static std::filesystem::path root;
     return root;
 }
 
-inline void RemoveDataRoot()
-{
-    std::error_code ignored;
-    std::filesystem::remove_all(DataRoot(), ignored);
-}
-
-// Once per process, from LLVMFuzzerInitialize: the data root with ini/ and ani/ as the
-// current directory (removed at exit), the quiet sinks, a fixed log time, the device.
+// Once per process, from LLVMFuzzerInitialize: memory files, the quiet sinks, a fixed log
+// time, the device.
 inline void Setup()
 {
     static CQuietSinks sinks;
@@ -96,30 +90,25 @@ inline void Setup()
     QzPlatform::SetLogSink(&sinks);
     QzPlatform::SetDiagnosticSink(&sinks);
     QzPlatform::SetTimeTextForTesting("2000-01-01 00:00:00");
-    std::error_code error;
-    const std::filesystem::path base = std::filesystem::is_directory("/dev/shm", error)
-                                           ? std::filesystem::path("/dev/shm")
-                                           : std::filesystem::temp_directory_path();
-    std::string pattern = (base / "qzgui-fuzz-XXXXXX").string();
-    if (!mkdtemp(&pattern[0]))
-        throw std::runtime_error("no temporary folder");
-    DataRoot() = pattern;
-    std::filesystem::create_directories(DataRoot() / "ini");
-    std::filesystem::create_directories(DataRoot() / "ani");
-    std::filesystem::current_path(DataRoot());
-    std::atexit(RemoveDataRoot);
+    QzPlatform::Host::UseMemoryFiles(true);
+    DataRoot() = std::filesystem::current_path();
 }
 
-// Replaces the file under the data root with the bytes.
+// Replaces the memory file with the bytes.
 inline void WriteFile(const char* relative, const uint8_t* data, size_t size)
 {
-    std::ofstream out(DataRoot() / relative, std::ios::binary | std::ios::trunc);
-    out.write(reinterpret_cast<const char*>(data), static_cast<std::streamsize>(size));
+    QzPlatform::Host::SetMemoryFile(relative,
+                                    std::string(reinterpret_cast<const char*>(data), size));
 }
 
 inline void WriteFile(const char* relative, const std::string& text)
 {
-    WriteFile(relative, reinterpret_cast<const uint8_t*>(text.data()), text.size());
+    QzPlatform::Host::SetMemoryFile(relative, text);
+}
+
+inline void RemoveFile(const char* relative)
+{
+    QzPlatform::Host::RemoveMemoryFile(relative);
 }
 
 // The host of the manager targets: its main window (made by each screen), and as its resource

@@ -14,6 +14,15 @@ namespace
 {
 
 QzGui::IQzGuiMgr* g_pMgr = nullptr;
+HWND g_hWnd = nullptr;
+
+// At exit, before the hosted system's tables go: the manager, then the host window with the
+// edit shell's system windows, its children.
+void EndManager()
+{
+    g_pMgr->Release();
+    DestroyWindow(g_hWnd);
+}
 
 } // namespace
 
@@ -32,10 +41,11 @@ extern "C" int LLVMFuzzerInitialize(int*, char***)
     wc.lpfnWndProc = DefWindowProcW;
     wc.lpszClassName = L"QzFuzzHost";
     RegisterClassW(&wc);
-    HWND hWnd = CreateWindowExW(0, L"QzFuzzHost", L"fuzz", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0,
-                                1024, 768, nullptr, nullptr, nullptr, nullptr);
+    g_hWnd = CreateWindowExW(0, L"QzFuzzHost", L"fuzz", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0,
+                             1024, 768, nullptr, nullptr, nullptr, nullptr);
     g_pMgr = QzGui::CreateGuiMgr();
-    g_pMgr->Init(hModule, hWnd, 100, "Fuzz.ini");
+    g_pMgr->Init(hModule, g_hWnd, 100, "Fuzz.ini");
+    std::atexit(EndManager);
     return 0;
 }
 

@@ -5,8 +5,6 @@
 
 #include "layout/QzGuiInfoMgr.h"
 
-#include <filesystem>
-
 namespace
 {
 
@@ -64,7 +62,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
         QzFuzz::WriteFile("ini/GUI_EX.ini", data + 1, size - 1);
         mgr.LoadLayout("Base.ini");
         mgr.LoadExtendedLayout();
-        std::filesystem::remove(QzFuzz::DataRoot() / "ini/GUI_EX.ini");
+        QzFuzz::RemoveFile("ini/GUI_EX.ini");
         break;
     }
     LookUp(mgr);

@@ -8,16 +8,15 @@
 #include "platform/render/DataSet.h"
 #include "platform/render/MyBitmap.h"
 #include "platform/services/QzAniStore.h"
+#include "platform/services/QzFile.h"
 #include "platform/services/QzGameData.h"
 #include "platform/services/QzScreenAdapter.h"
 #include "platform/services/QzTextDraw.h"
-#include "platform/system/kernel/QzPathResolve.h"
 #include "textinput/QzEdit.h"
 #include "textinput/QzEditSingle.h"
 
 #include <algorithm>
 #include <cstring>
-#include <filesystem>
 #include <new>
 
 namespace QzGui
@@ -158,7 +157,7 @@ void CQzGuiMgr::ReloadEffectPlacement()
 {
     // The placement file is optional, like Cursor.ini and Rgn.dat: a bundle without 3D effects
     // has none, and that is no error.
-    if (!std::filesystem::exists(QzPlatform::ResolvePath(kEffectPlacementFile)))
+    if (!QzPlatform::IsFile(kEffectPlacementFile))
     {
         CGuiEffectInfo::Instance().Clear();
         return;

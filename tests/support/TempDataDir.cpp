@@ -2,6 +2,7 @@
 
 #include "platform/render/DataSet.h"
 #include "platform/services/QzStringTable.h"
+#include "platform/system/host/QzHost.h"
 
 #include <gtest/gtest.h>
 
@@ -11,14 +12,17 @@
 namespace QzTest
 {
 
-TempDataDir::TempDataDir() : m_previous(std::filesystem::current_path())
+TempDataDir::TempDataDir(Storage storage)
+    : m_storage(storage), m_previous(std::filesystem::current_path())
 {
     std::filesystem::current_path(m_folder.Path());
+    QzPlatform::Host::UseMemoryFiles(storage == Storage::Memory);
     ForgetCaches();
 }
 
 TempDataDir::~TempDataDir()
 {
+    QzPlatform::Host::UseMemoryFiles(false);
     ForgetCaches();
     std::error_code ignored;
     std::filesystem::current_path(m_previous, ignored);
@@ -32,6 +36,8 @@ void TempDataDir::ForgetCaches()
 
 void TempDataDir::Write(const std::string& relative, const std::string& bytes) const
 {
+    if (m_storage == Storage::Memory)
+        return QzPlatform::Host::SetMemoryFile(relative, bytes);
     const std::filesystem::path path = Path() / relative;
     std::filesystem::create_directories(path.parent_path());
     std::ofstream(path, std::ios::binary | std::ios::trunc) << bytes;
@@ -39,18 +45,34 @@ void TempDataDir::Write(const std::string& relative, const std::string& bytes) c
 
 std::string TempDataDir::Read(const std::string& relative) const
 {
+    std::string bytes;
+    if (m_storage == Storage::Memory)
+        return QzPlatform::Host::GetMemoryFile(relative, &bytes) ? bytes : std::string();
     std::ifstream file(Path() / relative, std::ios::binary);
     return std::string(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
 }
 
 bool TempDataDir::Exists(const std::string& relative) const
 {
+    std::string bytes;
+    if (m_storage == Storage::Memory)
+        return QzPlatform::Host::GetMemoryFile(relative, &bytes);
     std::error_code ignored;
     return std::filesystem::exists(Path() / relative, ignored);
 }
 
+void TempDataDir::Remove(const std::string& relative) const
+{
+    if (m_storage == Storage::Memory)
+        EXPECT_TRUE(QzPlatform::Host::RemoveMemoryFile(relative)) << relative;
+    else
+        EXPECT_TRUE(std::filesystem::remove(Path() / relative)) << relative;
+}
+
 void TempDataDir::MakeFolder(const std::string& relative) const
 {
+    if (m_storage == Storage::Memory)
+        return QzPlatform::Host::MakeMemoryFolder(relative);
     std::error_code error;
     EXPECT_TRUE(std::filesystem::create_directory(Path() / relative, error))
         << "cannot make the folder " << relative << ": " << error.message();

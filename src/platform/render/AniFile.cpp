@@ -1,13 +1,12 @@
 #include "platform/render/AniFile.h"
 
+#include "platform/services/QzFile.h"
 #include "platform/services/QzLog.h"
-#include "platform/system/kernel/QzPathResolve.h"
 
 #include <algorithm>
 #include <cctype>
 #include <charconv>
 #include <climits>
-#include <fstream>
 #include <iterator>
 #include <sstream>
 
@@ -128,15 +127,13 @@ bool CAniFile::Load(const std::string& fileName)
 {
     m_mapSections.clear();
     m_nErrorCount = 0;
-    std::ifstream file(ResolvePath(fileName), std::ios::binary);
-    if (!file)
+    std::string text;
+    if (!ReadWholeFile(fileName, &text))
     {
         LogEvent("open file failed", "AniFile", __LINE__, {LogText("file_name", fileName.c_str())});
         return false;
     }
-    std::ostringstream text;
-    text << file.rdbuf();
-    Parse(fileName, text.str());
+    Parse(fileName, text);
     return true;
 }
 

@@ -1,9 +1,14 @@
 #include "platform/services/QzFile.h"
 
+#include "platform/system/files/QzMemoryFiles.h"
+#include "platform/system/files/QzMemoryStream.h"
 #include "platform/system/kernel/QzPathResolve.h"
 
 #include <cstdarg>
 #include <cstdio>
+#include <fstream>
+#include <iterator>
+#include <sys/stat.h>
 
 namespace QzPlatform
 {
@@ -28,7 +33,9 @@ QzFileHandle CQzFileService::Open(const char* path, const char* mode)
 {
     if (!path || !mode || path[0] == 0)
         return nullptr;
-    FILE* file = std::fopen(ResolvePath(path).c_str(), mode);
+    const std::string resolved = ResolvePath(path);
+    FILE* file = CQzMemoryFiles::Instance().IsOn() ? OpenMemoryStream(resolved, mode)
+                                                   : std::fopen(resolved.c_str(), mode);
     if (!file)
         return nullptr;
     // Numbers are never handed out twice, so a stale handle cannot reach a newer file.
@@ -106,6 +113,34 @@ CQzFileService& GetFileService()
 {
     static CQzFileService service;
     return service;
+}
+
+bool ReadWholeFile(const std::string& path, std::string* bytes)
+{
+    const std::string resolved = ResolvePath(path);
+    const CQzMemoryFiles& memory = CQzMemoryFiles::Instance();
+    if (memory.IsOn())
+    {
+        const CQzMemoryFiles::File* file = memory.Find(resolved);
+        if (file)
+            *bytes = *file->bytes;
+        return file != nullptr;
+    }
+    std::ifstream file(resolved, std::ios::binary);
+    if (!file)
+        return false;
+    bytes->assign(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
+    return !file.bad();
+}
+
+bool IsFile(const std::string& path)
+{
+    const std::string resolved = ResolvePath(path);
+    const CQzMemoryFiles& memory = CQzMemoryFiles::Instance();
+    if (memory.IsOn())
+        return memory.Find(resolved) != nullptr;
+    struct stat info;
+    return stat(resolved.c_str(), &info) == 0 && S_ISREG(info.st_mode);
 }
 
 } // namespace QzPlatform

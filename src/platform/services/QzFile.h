@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <map>
+#include <string>
 
 #if defined(__GNUC__) || defined(__clang__)
 #define QZ_SCANF_FORMAT(formatIndex, firstArg) __attribute__((format(scanf, formatIndex, firstArg)))
@@ -55,5 +56,10 @@ private:
 
 // The process-wide file service.
 CQzFileService& GetFileService();
+
+// The whole of a file (the name as game data gives it); false when it cannot be read.
+bool ReadWholeFile(const std::string& path, std::string* bytes);
+// Whether the name (as game data gives it) is a regular file.
+bool IsFile(const std::string& path);
 
 } // namespace QzPlatform

@@ -6,11 +6,11 @@
 // error and is skipped.
 #include "platform/services/QzStringTable.h"
 
+#include "platform/services/QzFile.h"
 #include "platform/services/QzLog.h"
 #include "platform/services/QzText.h"
-#include "platform/system/kernel/QzPathResolve.h"
 
-#include <fstream>
+#include <sstream>
 #include <string>
 #include <unordered_map>
 
@@ -84,9 +84,10 @@ void Load(StringTable& table)
 {
     table.bLoaded = true;
     table.mapTexts.clear();
-    std::ifstream file(ResolvePath(kTableFile), std::ios::binary);
-    if (!file)
+    std::string bytes;
+    if (!ReadWholeFile(kTableFile, &bytes))
         return;
+    std::istringstream file(bytes);
     std::string line;
     bool first = true;
     while (std::getline(file, line))

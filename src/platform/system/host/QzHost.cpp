@@ -1,6 +1,8 @@
 #include "platform/system/host/QzHost.h"
 
 #include "platform/system/HostedSystem.h"
+#include "platform/system/files/QzMemoryFiles.h"
+#include "platform/system/kernel/QzProfileCache.h"
 
 #include <string>
 
@@ -130,6 +132,36 @@ void ResetForTesting()
     System().Cursors().Clear();
     System().Input().Clear();
     System().Clock().UseRealClock();
+}
+
+void UseMemoryFiles(bool bOn)
+{
+    CQzMemoryFiles::Instance().TurnOn(bOn);
+    // Profile files read from the disk must not answer for memory files of the same name.
+    CQzProfileCache::Instance().Reset();
+}
+
+void SetMemoryFile(const std::string& path, std::string bytes)
+{
+    CQzMemoryFiles::Instance().Write(path, std::move(bytes));
+}
+
+bool RemoveMemoryFile(const std::string& path)
+{
+    return CQzMemoryFiles::Instance().Remove(path);
+}
+
+void MakeMemoryFolder(const std::string& path)
+{
+    CQzMemoryFiles::Instance().MakeFolder(path);
+}
+
+bool GetMemoryFile(const std::string& path, std::string* bytes)
+{
+    const CQzMemoryFiles::File* file = CQzMemoryFiles::Instance().Find(path);
+    if (file)
+        *bytes = *file->bytes;
+    return file != nullptr;
 }
 
 } // namespace QzPlatform::Host

@@ -49,6 +49,18 @@ struct CursorInfo
 };
 CursorInfo DescribeCursor(HCURSOR cursor);
 
+// Files in memory in place of the disk, for fuzzing and tests: while on, every file the library
+// and the hosted system read, write or look for is one of these, named relative to the current
+// directory of the moment they were turned on, and the disk is not touched. Turning them on or
+// off empties them.
+void UseMemoryFiles(bool bOn);
+void SetMemoryFile(const std::string& path, std::string bytes);
+bool RemoveMemoryFile(const std::string& path);
+// A folder without files (folders with files in them exist anyway).
+void MakeMemoryFolder(const std::string& path);
+// A memory file's bytes; false when there is no such file.
+bool GetMemoryFile(const std::string& path, std::string* bytes);
+
 // Destroys every window as DestroyWindow does (their procedures see WM_DESTROY and
 // WM_NCDESTROY), then empties the posted-message queue and forgets the focus, the application's
 // window classes, the input contexts, the cursors, the key state, the cursor position and the

@@ -1,8 +1,10 @@
 #include "platform/system/kernel/QzFileTable.h"
 
 #include "platform/system/QzWinKernel.h"
+#include "platform/system/files/QzMemoryFiles.h"
 #include "platform/system/kernel/QzPathResolve.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <fcntl.h>
 #include <new>
@@ -43,20 +45,6 @@ int OpenFlags(DWORD access, DWORD disposition)
     return flags;
 }
 
-bool ReadAt(int fd, unsigned char* buffer, uint64_t count, uint64_t offset)
-{
-    while (count > 0)
-    {
-        const ssize_t done = pread(fd, buffer, count, static_cast<off_t>(offset));
-        if (done <= 0)
-            return false;
-        buffer += done;
-        count -= static_cast<uint64_t>(done);
-        offset += static_cast<uint64_t>(done);
-    }
-    return true;
-}
-
 } // namespace
 
 CQzFileTable& CQzFileTable::Instance()
@@ -67,7 +55,101 @@ CQzFileTable& CQzFileTable::Instance()
 
 CQzFileTable::Object::~Object()
 {
-    close(fd);
+    if (fd >= 0)
+        close(fd);
+}
+
+bool CQzFileTable::SizeOf(const Object& object, uint64_t* size)
+{
+    if (object.fd < 0)
+    {
+        const CQzMemoryFiles::File* file = CQzMemoryFiles::Instance().Find(object.memoryPath);
+        *size = file ? file->bytes->size() : 0;
+        return file != nullptr;
+    }
+    struct stat info;
+    if (fstat(object.fd, &info) != 0)
+        return false;
+    *size = static_cast<uint64_t>(info.st_size);
+    return true;
+}
+
+bool CQzFileTable::ReadAt(const Object& object, unsigned char* buffer, uint64_t count,
+                          uint64_t offset)
+{
+    if (object.fd < 0)
+    {
+        const CQzMemoryFiles::File* file = CQzMemoryFiles::Instance().Find(object.memoryPath);
+        if (!file || offset > file->bytes->size() || count > file->bytes->size() - offset)
+            return false;
+        std::copy_n(file->bytes->data() + offset, count, buffer);
+        return true;
+    }
+    while (count > 0)
+    {
+        const ssize_t done = pread(object.fd, buffer, count, static_cast<off_t>(offset));
+        if (done <= 0)
+            return false;
+        buffer += done;
+        count -= static_cast<uint64_t>(done);
+        offset += static_cast<uint64_t>(done);
+    }
+    return true;
+}
+
+int64_t CQzFileTable::ReadSome(Object& object, void* buffer, DWORD count)
+{
+    if (object.fd >= 0)
+        return read(object.fd, buffer, count);
+    uint64_t size = 0;
+    if (!SizeOf(object, &size))
+        return -1;
+    const uint64_t length =
+        object.position >= size ? 0 : std::min<uint64_t>(count, size - object.position);
+    if (length > 0 && !ReadAt(object, static_cast<unsigned char*>(buffer), length, object.position))
+        return -1;
+    object.position += length;
+    return static_cast<int64_t>(length);
+}
+
+int64_t CQzFileTable::WriteSome(Object& object, const void* buffer, DWORD count)
+{
+    if (object.fd >= 0)
+        return write(object.fd, buffer, count);
+    CQzMemoryFiles& files = CQzMemoryFiles::Instance();
+    const CQzMemoryFiles::File* file = files.Find(object.memoryPath);
+    if (!file)
+        return -1;
+    std::string bytes = *file->bytes;
+    if (object.position > bytes.size())
+        bytes.resize(object.position, '\0');
+    bytes.replace(object.position, std::min<uint64_t>(count, bytes.size() - object.position),
+                  static_cast<const char*>(buffer), count);
+    object.position += count;
+    files.Write(object.memoryPath, std::move(bytes));
+    return count;
+}
+
+// A file of the memory store: OPEN_EXISTING needs it, CREATE_ALWAYS empties or makes it.
+HANDLE CQzFileTable::OpenInMemory(const std::string& path, DWORD disposition)
+{
+    CQzMemoryFiles& files = CQzMemoryFiles::Instance();
+    if (disposition == OPEN_EXISTING && !files.Find(path))
+    {
+        SetLastError(files.IsFolder(path) ? ERROR_ACCESS_DENIED : ERROR_FILE_NOT_FOUND);
+        return INVALID_HANDLE_VALUE;
+    }
+    if (disposition == CREATE_ALWAYS && !files.Find(path) && !files.CanCreate(path))
+    {
+        SetLastError(files.IsFolder(path) ? ERROR_ACCESS_DENIED : ERROR_PATH_NOT_FOUND);
+        return INVALID_HANDLE_VALUE;
+    }
+    if (disposition == CREATE_ALWAYS)
+        files.Write(path, std::string());
+    auto object = std::make_unique<Object>(-1);
+    object->memoryPath = path;
+    const HANDLE file = Add(std::move(object));
+    return file ? file : INVALID_HANDLE_VALUE;
 }
 
 CQzFileTable::CQzFileTable() : m_objects(kFileHandleTag, kMaxObjects) {}
@@ -97,6 +179,8 @@ HANDLE CQzFileTable::Open(const std::string& path, DWORD access, DWORD dispositi
         SetLastError(path.empty() ? ERROR_PATH_NOT_FOUND : ERROR_INVALID_PARAMETER);
         return INVALID_HANDLE_VALUE;
     }
+    if (CQzMemoryFiles::Instance().IsOn())
+        return OpenInMemory(ResolvePath(path), disposition);
     const int fd = open(ResolvePath(path).c_str(), OpenFlags(access, disposition), 0644);
     if (fd < 0)
     {
@@ -117,22 +201,18 @@ HANDLE CQzFileTable::Open(const std::string& path, DWORD access, DWORD dispositi
 bool CQzFileTable::Size(HANDLE file, uint64_t* size)
 {
     const Object* object = Find(file, false);
-    struct stat info;
-    if (!object || fstat(object->fd, &info) != 0)
-        return false;
-    *size = static_cast<uint64_t>(info.st_size);
-    return true;
+    return object && SizeOf(*object, size);
 }
 
 bool CQzFileTable::Read(HANDLE file, void* buffer, DWORD count, DWORD* done)
 {
-    const Object* object = Find(file, false);
+    Object* object = Find(file, false);
     if (!object || (!buffer && count > 0))
         return false;
     DWORD total = 0;
     while (total < count)
     {
-        const ssize_t part = read(object->fd, static_cast<char*>(buffer) + total, count - total);
+        const int64_t part = ReadSome(*object, static_cast<char*>(buffer) + total, count - total);
         if (part < 0)
         {
             SetLastError(ERROR_ACCESS_DENIED);
@@ -149,14 +229,14 @@ bool CQzFileTable::Read(HANDLE file, void* buffer, DWORD count, DWORD* done)
 
 bool CQzFileTable::Write(HANDLE file, const void* buffer, DWORD count, DWORD* done)
 {
-    const Object* object = Find(file, false);
+    Object* object = Find(file, false);
     if (!object || (!buffer && count > 0))
         return false;
     DWORD total = 0;
     while (total < count)
     {
-        const ssize_t part =
-            write(object->fd, static_cast<const char*>(buffer) + total, count - total);
+        const int64_t part =
+            WriteSome(*object, static_cast<const char*>(buffer) + total, count - total);
         if (part <= 0)
         {
             SetLastError(ERROR_ACCESS_DENIED);
@@ -182,13 +262,14 @@ HANDLE CQzFileTable::CreateMapping(HANDLE file, uint64_t maximumSize)
         SetLastError(size == 0 ? ERROR_INVALID_PARAMETER : ERROR_ACCESS_DENIED);
         return nullptr;
     }
-    const int fd = dup(object->fd);
-    if (fd < 0)
+    const int fd = object->fd >= 0 ? dup(object->fd) : -1;
+    if (object->fd >= 0 && fd < 0)
     {
         SetLastError(ERROR_NOT_ENOUGH_MEMORY);
         return nullptr;
     }
     auto mapping = std::make_unique<Object>(fd);
+    mapping->memoryPath = object->memoryPath;
     mapping->isMapping = true;
     mapping->mappingSize = size;
     return Add(std::move(mapping));
@@ -212,7 +293,7 @@ const void* CQzFileTable::MapView(HANDLE mapping, uint64_t offset, SIZE_T count)
         SetLastError(ERROR_NOT_ENOUGH_MEMORY);
         return nullptr;
     }
-    if (!ReadAt(object->fd, view.get(), length, offset))
+    if (!ReadAt(*object, view.get(), length, offset))
     {
         SetLastError(ERROR_ACCESS_DENIED);
         return nullptr;

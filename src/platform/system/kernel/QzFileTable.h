@@ -34,7 +34,8 @@ public:
     void Reset();
 
 private:
-    // An open file or a mapping; the descriptor is closed with the object.
+    // An open file or a mapping: a descriptor, closed with the object, or a file of the memory
+    // store (fd -1) read and written at a position of its own.
     struct Object
     {
         explicit Object(int descriptor) : fd(descriptor) {}
@@ -43,9 +44,20 @@ private:
         Object& operator=(const Object&) = delete;
 
         int fd;
+        std::string memoryPath;
+        uint64_t position = 0;
         bool isMapping = false;
         uint64_t mappingSize = 0;
     };
+
+    HANDLE OpenInMemory(const std::string& path, DWORD disposition);
+    static bool SizeOf(const Object& object, uint64_t* size);
+    static bool ReadAt(const Object& object, unsigned char* buffer, uint64_t count,
+                       uint64_t offset);
+    // One read or write of up to count bytes at the object's position: the bytes done, 0 at the
+    // end, -1 on failure.
+    static int64_t ReadSome(Object& object, void* buffer, DWORD count);
+    static int64_t WriteSome(Object& object, const void* buffer, DWORD count);
 
     Object* Find(HANDLE handle, bool wantMapping);
     HANDLE Add(std::unique_ptr<Object> object);

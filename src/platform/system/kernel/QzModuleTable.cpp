@@ -1,6 +1,7 @@
 #include "platform/system/kernel/QzModuleTable.h"
 
 #include "platform/system/QzWinKernel.h"
+#include "platform/system/files/QzMemoryFiles.h"
 #include "platform/system/kernel/QzPathResolve.h"
 
 #include <climits>
@@ -31,6 +32,9 @@ std::string ExecutablePath()
 
 std::string AbsolutePath(const std::string& path)
 {
+    const CQzMemoryFiles& memory = CQzMemoryFiles::Instance();
+    if (memory.IsOn())
+        return memory.Find(path) || memory.IsFolder(path) ? memory.FullName(path) : std::string();
     char* real = realpath(path.c_str(), nullptr);
     if (!real)
         return std::string();

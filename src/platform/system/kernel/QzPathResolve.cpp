@@ -1,5 +1,7 @@
 #include "platform/system/kernel/QzPathResolve.h"
 
+#include "platform/system/files/QzMemoryFiles.h"
+
 #include <algorithm>
 #include <dirent.h>
 #include <sys/stat.h>
@@ -13,6 +15,9 @@ namespace
 
 bool Exists(const std::string& path)
 {
+    const CQzMemoryFiles& memory = CQzMemoryFiles::Instance();
+    if (memory.IsOn())
+        return memory.Find(path) || memory.IsFolder(path);
     struct stat info;
     return stat(path.c_str(), &info) == 0;
 }
@@ -33,21 +38,34 @@ bool EqualNoCase(const std::string& a, const char* b)
     return i == a.size() && !b[i];
 }
 
+// The one of `names` that equals `name` without regard to ASCII case; the first in byte order
+// when several do, empty when none does.
+std::string FindNoCase(const std::vector<std::string>& names, const std::string& name)
+{
+    std::string best;
+    for (const std::string& entry : names)
+    {
+        if (EqualNoCase(name, entry.c_str()) && (best.empty() || best > entry))
+            best = entry;
+    }
+    return best;
+}
+
 // The entry of folder `dir` whose name equals `name` without regard to ASCII case; the first
 // in byte order when several do, empty when none does.
 std::string FindNoCase(const std::string& dir, const std::string& name)
 {
+    const CQzMemoryFiles& memory = CQzMemoryFiles::Instance();
+    if (memory.IsOn())
+        return FindNoCase(memory.List(dir), name);
     DIR* folder = opendir(dir.c_str());
     if (!folder)
         return std::string();
-    std::string best;
+    std::vector<std::string> names;
     while (const dirent* entry = readdir(folder))
-    {
-        if (EqualNoCase(name, entry->d_name) && (best.empty() || best > entry->d_name))
-            best = entry->d_name;
-    }
+        names.emplace_back(entry->d_name);
     closedir(folder);
-    return best;
+    return FindNoCase(names, name);
 }
 
 std::string Join(const std::string& base, const std::string& name)

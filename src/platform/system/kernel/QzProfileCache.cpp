@@ -1,5 +1,6 @@
 #include "platform/system/kernel/QzProfileCache.h"
 
+#include "platform/system/files/QzMemoryFiles.h"
 #include "platform/system/text/QzCodePageHost.h"
 
 #include <cerrno>
@@ -51,6 +52,16 @@ CQzProfileCache::Signature CQzProfileCache::SignatureOf(const struct stat& info)
     return signature;
 }
 
+// A file in memory has no device or inode; its version stands for its times.
+CQzProfileCache::Signature CQzProfileCache::SignatureOf(const CQzMemoryFiles::File& file)
+{
+    Signature signature;
+    signature.size = static_cast<int64_t>(file.bytes->size());
+    signature.modifiedNs = static_cast<int64_t>(file.version);
+    signature.changedNs = signature.modifiedNs;
+    return signature;
+}
+
 CQzProfileCache& CQzProfileCache::Instance()
 {
     static CQzProfileCache cache;
@@ -66,9 +77,45 @@ bool CQzProfileCache::IsSettled(const Signature& signature)
     return Nanoseconds(now) - latest > kTimestampSlackNs;
 }
 
+bool CQzProfileCache::Probe(const std::string& path, Signature* signature, int* errorNumber)
+{
+    const CQzMemoryFiles& memory = CQzMemoryFiles::Instance();
+    if (memory.IsOn())
+    {
+        const CQzMemoryFiles::File* file = memory.Find(path);
+        if (file)
+            *signature = SignatureOf(*file);
+        else
+            *errorNumber = memory.IsFolder(path) ? EISDIR : ENOENT;
+        return file != nullptr;
+    }
+    struct stat info;
+    const bool exists = stat(path.c_str(), &info) == 0;
+    if (!exists || !S_ISREG(info.st_mode))
+    {
+        *errorNumber = exists ? EISDIR : errno;
+        return false;
+    }
+    *signature = SignatureOf(info);
+    return true;
+}
+
 bool CQzProfileCache::ReadFile(const std::string& path, std::string* text, Signature* signature,
                                int* errorNumber)
 {
+    const CQzMemoryFiles& memory = CQzMemoryFiles::Instance();
+    if (memory.IsOn())
+    {
+        const CQzMemoryFiles::File* file = memory.Find(path);
+        if (!file)
+        {
+            *errorNumber = ENOENT;
+            return false;
+        }
+        *text = *file->bytes;
+        *signature = SignatureOf(*file);
+        return true;
+    }
     const int fd = open(path.c_str(), O_RDONLY | O_CLOEXEC);
     if (fd < 0)
     {
@@ -96,11 +143,9 @@ bool CQzProfileCache::ReadFile(const std::string& path, std::string* text, Signa
 
 CQzProfileCache::Entry* CQzProfileCache::Load(const std::string& path, int* errorNumber)
 {
-    struct stat info;
-    const bool exists = stat(path.c_str(), &info) == 0;
-    if (!exists || !S_ISREG(info.st_mode))
+    Signature current;
+    if (!Probe(path, &current, errorNumber))
     {
-        *errorNumber = exists ? EISDIR : errno;
         m_mapEntries.erase(path);
         return nullptr;
     }
@@ -109,7 +154,7 @@ CQzProfileCache::Entry* CQzProfileCache::Load(const std::string& path, int* erro
     const bool usable = cached != m_mapEntries.end() && cached->second.file->CodePage() == codePage;
     if (usable && cached->second.settled)
     {
-        if (SignatureOf(info) == cached->second.signature)
+        if (current == cached->second.signature)
         {
             cached->second.lastUse = ++m_nUseCounter;
             return &cached->second;
@@ -183,6 +228,19 @@ DWORD CQzProfileCache::Save(const std::string& path)
     const auto found = m_mapEntries.find(path);
     if (found == m_mapEntries.end())
         return ERROR_INVALID_PARAMETER;
+    CQzMemoryFiles& memory = CQzMemoryFiles::Instance();
+    if (memory.IsOn())
+    {
+        if (!memory.Find(path) && !memory.CanCreate(path))
+        {
+            m_mapEntries.erase(found);
+            return memory.IsFolder(path) ? ERROR_ACCESS_DENIED : ERROR_PATH_NOT_FOUND;
+        }
+        memory.Write(path, found->second.file->Text());
+        found->second.signature = SignatureOf(*memory.Find(path));
+        found->second.settled = true;
+        return ERROR_SUCCESS;
+    }
     FILE* file = std::fopen(path.c_str(), "wb");
     if (!file)
     {

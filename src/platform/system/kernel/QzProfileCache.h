@@ -5,6 +5,7 @@
 // it was read is checked against the file's bytes on each use until that time has passed.
 #pragma once
 
+#include "platform/system/files/QzMemoryFiles.h"
 #include "platform/system/kernel/QzProfileFile.h"
 
 #include <cstdint>
@@ -55,9 +56,12 @@ private:
     Entry* Load(const std::string& path, int* errorNumber);
     bool Verify(const std::string& path, Entry* entry);
     void Store(const std::string& path, Entry entry);
+    // The signature of the regular file at the path; false (and why) when there is none.
+    static bool Probe(const std::string& path, Signature* signature, int* errorNumber);
     static bool ReadFile(const std::string& path, std::string* text, Signature* signature,
                          int* errorNumber);
     static Signature SignatureOf(const struct stat& info);
+    static Signature SignatureOf(const CQzMemoryFiles::File& file);
     static bool IsSettled(const Signature& signature);
 
     std::unordered_map<std::string, Entry> m_mapEntries;

@@ -1,11 +1,9 @@
 // Cursors and the cursor position.
+#include "platform/services/QzFile.h"
 #include "platform/system/HostedSystem.h"
 #include "platform/system/QzWinKernel.h"
 #include "platform/system/QzWinUser.h"
 #include "platform/system/kernel/QzPathResolve.h"
-
-#include <filesystem>
-#include <system_error>
 
 using QzPlatform::CHostedSystem;
 
@@ -19,8 +17,7 @@ QzPlatform::CCursorTable& Cursors()
 
 bool IsReadableFile(const std::string& path)
 {
-    std::error_code error;
-    return std::filesystem::is_regular_file(path, error);
+    return QzPlatform::IsFile(path);
 }
 
 } // namespace

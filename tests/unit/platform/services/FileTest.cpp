@@ -1,5 +1,6 @@
 #include "platform/services/QzFile.h"
 #include "platform/services/QzIni.h"
+#include "support/BothStorages.h"
 #include "support/TempDataDir.h"
 
 #include <gtest/gtest.h>
@@ -11,18 +12,19 @@ using namespace QzPlatform;
 namespace
 {
 
-class FileServiceTest : public ::testing::Test
+// Files on disk, and the platform's memory files in their place.
+class FileServiceTest : public ::testing::TestWithParam<QzTest::Storage>
 {
 protected:
     void TearDown() override { EXPECT_EQ(GetFileService().GetOpenCount(), 0u); }
 
-    QzTest::TempDataDir m_folder;
+    QzTest::TempDataDir m_folder{GetParam()};
     CQzFileService& m_files = GetFileService();
 };
 
 } // namespace
 
-TEST_F(FileServiceTest, OpensWindowsStyleNamesAndReadsLinesLikeFgets)
+TEST_P(FileServiceTest, OpensWindowsStyleNamesAndReadsLinesLikeFgets)
 {
     m_folder.Write("ini/Font.ini", "SimSun 14\nsecond");
     QzFileHandle file = m_files.Open("INI\\font.INI", "r");
@@ -43,7 +45,7 @@ TEST_F(FileServiceTest, OpensWindowsStyleNamesAndReadsLinesLikeFgets)
     EXPECT_EQ(m_files.Open("ini\\Font.ini", nullptr), nullptr);
 }
 
-TEST_F(FileServiceTest, ClosedAndMadeUpHandlesAreRefused)
+TEST_P(FileServiceTest, ClosedAndMadeUpHandlesAreRefused)
 {
     m_folder.Write("a.txt", "x\n");
     QzFileHandle first = m_files.Open("a.txt", "r");
@@ -75,7 +77,7 @@ TEST_F(FileServiceTest, ClosedAndMadeUpHandlesAreRefused)
     EXPECT_EQ(m_files.Close(second), 0);
 }
 
-TEST_F(FileServiceTest, BinaryReadSeekAndScanf)
+TEST_P(FileServiceTest, BinaryReadSeekAndScanf)
 {
     m_folder.Write("ini/Rgn.dat", std::string("\x01\x02\x03\x04\x05\x06", 6));
     QzFileHandle file = m_files.Open("ini/rgn.dat", "rb");
@@ -105,16 +107,16 @@ TEST_F(FileServiceTest, BinaryReadSeekAndScanf)
     m_files.Close(file);
 }
 
-TEST_F(FileServiceTest, AppendModeCreatesAMissingFileBesideItsKin)
+TEST_P(FileServiceTest, AppendModeCreatesAMissingFileBesideItsKin)
 {
     m_folder.Write("Ini/Other.ini", "");
     QzFileHandle file = m_files.Open("ini\\GuiLayout.ini", "a+");
     ASSERT_NE(file, nullptr);
     m_files.Close(file);
-    EXPECT_TRUE(std::filesystem::exists(m_folder.Path() / "Ini" / "GuiLayout.ini"));
+    EXPECT_TRUE(m_folder.Exists("Ini/GuiLayout.ini"));
 }
 
-TEST_F(FileServiceTest, IniValuesRoundTrip)
+TEST_P(FileServiceTest, IniValuesRoundTrip)
 {
     m_folder.Write("ini/GuiLayout.ini", "");
     EXPECT_TRUE(IniWriteString("100-0", "Width", "320", "ini\\GuiLayout.ini"));
@@ -136,3 +138,18 @@ TEST_F(FileServiceTest, IniValuesRoundTrip)
     // Written where the game expects it, in the file on disk.
     EXPECT_NE(m_folder.Read("ini/GuiLayout.ini").find("Width=320"), std::string::npos);
 }
+
+TEST_P(FileServiceTest, WholeFilesAndFileTestsTakeWindowsNames)
+{
+    const std::string bytes("a\0b\r\n", 5);
+    m_folder.Write("Ani/Data.bin", bytes);
+    std::string read;
+    EXPECT_TRUE(ReadWholeFile("ani\\DATA.bin", &read));
+    EXPECT_EQ(bytes, read);
+    EXPECT_FALSE(ReadWholeFile("ani\\missing.bin", &read));
+    EXPECT_TRUE(IsFile("ANI/data.BIN"));
+    EXPECT_FALSE(IsFile("ani"));
+    EXPECT_FALSE(IsFile("ani/missing.bin"));
+}
+
+QZ_ON_DISK_AND_IN_MEMORY(FileServiceTest);

@@ -11,9 +11,9 @@
 namespace
 {
 
-using FileMappingTest = KernelFolderTest;
+using FileMappingTest = KernelFileTest;
 
-TEST_F(FileMappingTest, WriteThenReadAFile)
+TEST_P(FileMappingTest, WriteThenReadAFile)
 {
     HANDLE out = CreateFileA("Data.bin", GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
                              FILE_ATTRIBUTE_NORMAL, nullptr);
@@ -41,7 +41,7 @@ TEST_F(FileMappingTest, WriteThenReadAFile)
     EXPECT_EQ(INVALID_FILE_SIZE, GetFileSize(in, nullptr));
 }
 
-TEST_F(FileMappingTest, OpenFailuresSayWhy)
+TEST_P(FileMappingTest, OpenFailuresSayWhy)
 {
     SetLastError(0);
     EXPECT_EQ(INVALID_HANDLE_VALUE,
@@ -56,7 +56,7 @@ TEST_F(FileMappingTest, OpenFailuresSayWhy)
     EXPECT_FALSE(CloseHandle(INVALID_HANDLE_VALUE));
 }
 
-TEST_F(FileMappingTest, ViewsCopyTheMappedBytesAndOutliveTheFileHandle)
+TEST_P(FileMappingTest, ViewsCopyTheMappedBytesAndOutliveTheFileHandle)
 {
     std::string bytes(70000, 'a');
     bytes[65536] = 'b';
@@ -85,7 +85,7 @@ TEST_F(FileMappingTest, ViewsCopyTheMappedBytesAndOutliveTheFileHandle)
     EXPECT_TRUE(CloseHandle(mapping));
 }
 
-TEST_F(FileMappingTest, MappingsOfNothingAreRefused)
+TEST_P(FileMappingTest, MappingsOfNothingAreRefused)
 {
     m_dir.Write("empty.dll", "");
     m_dir.Write("small.dll", "MZ");
@@ -100,7 +100,7 @@ TEST_F(FileMappingTest, MappingsOfNothingAreRefused)
     EXPECT_TRUE(CloseHandle(small));
 }
 
-TEST_F(FileMappingTest, ClosedHandleStaysInvalidWhenANewFileTakesItsSlot)
+TEST_P(FileMappingTest, ClosedHandleStaysInvalidWhenANewFileTakesItsSlot)
 {
     m_dir.Write("a.bin", "abc");
     const auto open = [] {
@@ -124,3 +124,5 @@ TEST_F(FileMappingTest, ClosedHandleStaysInvalidWhenANewFileTakesItsSlot)
 }
 
 } // namespace
+
+QZ_ON_DISK_AND_IN_MEMORY(FileMappingTest);

@@ -12,10 +12,10 @@
 namespace
 {
 
-using PathAndModuleTest = KernelFolderTest;
+using PathAndModuleTest = KernelFileTest;
 using QzPlatform::ResolvePath;
 
-TEST_F(PathAndModuleTest, ResolvePathMatchesEachComponentWithoutCase)
+TEST_P(PathAndModuleTest, ResolvePathMatchesEachComponentWithoutCase)
 {
     m_dir.MakeFolder("ini");
     m_dir.Write("ini/x.ini", "");
@@ -33,7 +33,7 @@ TEST_F(PathAndModuleTest, ResolvePathMatchesEachComponentWithoutCase)
     EXPECT_EQ("", ResolvePath(""));
 }
 
-TEST_F(PathAndModuleTest, ResolvePathPrefersTheExactNameAndIsStable)
+TEST_P(PathAndModuleTest, ResolvePathPrefersTheExactNameAndIsStable)
 {
     m_dir.MakeFolder("d");
     m_dir.Write("d/File.txt", "1");
@@ -44,7 +44,10 @@ TEST_F(PathAndModuleTest, ResolvePathPrefersTheExactNameAndIsStable)
     EXPECT_EQ("d/File.txt/x", ResolvePath("d/file.txt/x"));
 }
 
-TEST_F(PathAndModuleTest, CurrentDirectoryFollowsTheWin32SizeRules)
+// The current directory is a folder on disk, with memory files too.
+using CurrentDirectoryTest = KernelFolderTest;
+
+TEST_F(CurrentDirectoryTest, FollowsTheWin32SizeRules)
 {
     const std::string folder = m_dir.Folder();
     const auto length = static_cast<DWORD>(folder.size());
@@ -70,7 +73,7 @@ TEST_F(PathAndModuleTest, CurrentDirectoryFollowsTheWin32SizeRules)
     EXPECT_FALSE(SetCurrentDirectoryA(nullptr));
 }
 
-TEST_F(PathAndModuleTest, ModuleFileNameIsTheExecutableAndCutsLikeWin32)
+TEST_P(PathAndModuleTest, ModuleFileNameIsTheExecutableAndCutsLikeWin32)
 {
     char full[4096];
     const DWORD length = GetModuleFileNameA(nullptr, full, sizeof(full));
@@ -93,7 +96,7 @@ TEST_F(PathAndModuleTest, ModuleFileNameIsTheExecutableAndCutsLikeWin32)
     EXPECT_EQ(nullptr, GetModuleHandleA("other.dll"));
 }
 
-TEST_F(PathAndModuleTest, DataModulesNameTheirFile)
+TEST_P(PathAndModuleTest, DataModulesNameTheirFile)
 {
     m_dir.Write("Res.dll", "MZ");
     HMODULE module = LoadLibraryExA("res.DLL", nullptr, LOAD_LIBRARY_AS_DATAFILE);
@@ -108,7 +111,7 @@ TEST_F(PathAndModuleTest, DataModulesNameTheirFile)
     EXPECT_EQ(0u, GetModuleFileNameA(module, path, sizeof(path)));
 }
 
-TEST_F(PathAndModuleTest, FreedModuleStaysInvalidWhenANewModuleTakesItsSlot)
+TEST_P(PathAndModuleTest, FreedModuleStaysInvalidWhenANewModuleTakesItsSlot)
 {
     m_dir.Write("Res.dll", "MZ");
     const auto load = [] { return LoadLibraryExA("Res.dll", nullptr, LOAD_LIBRARY_AS_DATAFILE); };
@@ -123,3 +126,5 @@ TEST_F(PathAndModuleTest, FreedModuleStaysInvalidWhenANewModuleTakesItsSlot)
 }
 
 } // namespace
+
+QZ_ON_DISK_AND_IN_MEMORY(PathAndModuleTest);

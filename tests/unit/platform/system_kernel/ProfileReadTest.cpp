@@ -9,7 +9,7 @@
 namespace
 {
 
-using ProfileReadTest = KernelFolderTest;
+using ProfileReadTest = KernelFileTest;
 
 std::string Bytes(const char* buffer, DWORD count)
 {
@@ -23,7 +23,7 @@ std::string Value(const char* section, const char* key, const char* defaultValue
     return Bytes(buffer, n);
 }
 
-TEST_F(ProfileReadTest, SectionNamesListAndItsTruncation)
+TEST_P(ProfileReadTest, SectionNamesListAndItsTruncation)
 {
     m_dir.Write("t.ini", "[ section1 ]\r\nk=v\r\n[section2]\r\n[section3]\r\n");
     char buffer[64];
@@ -45,7 +45,7 @@ TEST_F(ProfileReadTest, SectionNamesListAndItsTruncation)
     EXPECT_EQ(static_cast<DWORD>(ERROR_FILE_NOT_FOUND), GetLastError());
 }
 
-TEST_F(ProfileReadTest, KeyListSkipsCommentsAndLinesWithoutEquals)
+TEST_P(ProfileReadTest, KeyListSkipsCommentsAndLinesWithoutEquals)
 {
     m_dir.Write("t.ini",
                 "[s]\r\nname1=val1\r\n  ; name9=x\r\nname2=\r\nname3\r\n\r\nname4=val4\r\n");
@@ -59,7 +59,7 @@ TEST_F(ProfileReadTest, KeyListSkipsCommentsAndLinesWithoutEquals)
     EXPECT_EQ("default", Value("s", "name9"));
 }
 
-TEST_F(ProfileReadTest, SectionLinesAndTheirTruncation)
+TEST_P(ProfileReadTest, SectionLinesAndTheirTruncation)
 {
     m_dir.Write("t.ini", "[section1]\r\nname1 = val1\r\nname2=\r\nname3\r\nname4=\"val4\"\r\n"
                          "[section2]\r\n[section3]\r\n=val5\r\n");
@@ -82,7 +82,7 @@ TEST_F(ProfileReadTest, SectionLinesAndTheirTruncation)
     EXPECT_EQ(static_cast<DWORD>(ERROR_FILE_NOT_FOUND), GetLastError());
 }
 
-TEST_F(ProfileReadTest, ValuesAreTrimmedAndLoseMatchingQuotes)
+TEST_P(ProfileReadTest, ValuesAreTrimmedAndLoseMatchingQuotes)
 {
     m_dir.Write("t.ini",
                 "[s]\r\n  padded  =  a value  \r\ndq=\"val2\"\r\nsq='x y'\r\nmixed=\"x'\r\n"
@@ -96,7 +96,7 @@ TEST_F(ProfileReadTest, ValuesAreTrimmedAndLoseMatchingQuotes)
     EXPECT_EQ("a", Value(" s ", " name4 "));
 }
 
-TEST_F(ProfileReadTest, DefaultsAndBufferSizes)
+TEST_P(ProfileReadTest, DefaultsAndBufferSizes)
 {
     m_dir.Write("t.ini", "[section1]\r\nname1=val1\r\nname4=a\r\n");
     EXPECT_EQ("default", Value("section1", "nokey", "default  "));
@@ -123,7 +123,7 @@ TEST_F(ProfileReadTest, DefaultsAndBufferSizes)
     EXPECT_EQ(7u, GetPrivateProfileStringA("section1", "name1", "default", buffer, 16, ""));
 }
 
-TEST_F(ProfileReadTest, NamesIgnoreCaseAndTheFirstOccurrenceWins)
+TEST_P(ProfileReadTest, NamesIgnoreCaseAndTheFirstOccurrenceWins)
 {
     m_dir.Write("t.ini", "k=outside\r\n[Dup]\r\nKey=first\r\nkey=second\r\n[dup]\r\nkey=third\r\n"
                          "other=4\r\n[\x81\x41]\r\nk=lead-A\r\n[\x81\x61]\r\nk=lead-a\r\n");
@@ -138,7 +138,7 @@ TEST_F(ProfileReadTest, NamesIgnoreCaseAndTheFirstOccurrenceWins)
     EXPECT_EQ(std::string("Dup\0dup\0\x81\x41\0\x81\x61\0\0", 15), Bytes(buffer, 15));
 }
 
-TEST_F(ProfileReadTest, EveryLineEndingAndMalformedLines)
+TEST_P(ProfileReadTest, EveryLineEndingAndMalformedLines)
 {
     m_dir.Write("t.ini", "[a]\rk=cr\r[b]\nk=lf\n[c]\r\nk=crlf");
     EXPECT_EQ("cr", Value("a", "k"));
@@ -155,7 +155,7 @@ TEST_F(ProfileReadTest, EveryLineEndingAndMalformedLines)
     EXPECT_EQ(3u, GetPrivateProfileStringA("first", "k", "", buffer, 64, "v.ini"));
 }
 
-TEST_F(ProfileReadTest, IntegersReadTheLeadingNumber)
+TEST_P(ProfileReadTest, IntegersReadTheLeadingNumber)
 {
     m_dir.Write("t.ini", "[s]\r\nneg=-1\r\nplus=+1\r\nbig=4294967297\r\nnegbig=-4294967297\r\n"
                          "trail=42A94967297\r\nlead=B42\r\nhex=0x1F\r\nhexneg=-0X10\r\nempty=\r\n"
@@ -177,7 +177,7 @@ TEST_F(ProfileReadTest, IntegersReadTheLeadingNumber)
     EXPECT_EQ(9u, GetPrivateProfileIntA("s", "neg", 9, "missing.ini"));
 }
 
-TEST_F(ProfileReadTest, WideFunctionsConvertThroughTheAnsiCodePage)
+TEST_P(ProfileReadTest, WideFunctionsConvertThroughTheAnsiCodePage)
 {
     // "中文" as section, key and value in GBK.
     m_dir.Write("t.ini", "[\xD6\xD0]\r\n\xCE\xC4=\xD6\xD0\xCE\xC4\r\nn=5\r\n");
@@ -195,3 +195,5 @@ TEST_F(ProfileReadTest, WideFunctionsConvertThroughTheAnsiCodePage)
 }
 
 } // namespace
+
+QZ_ON_DISK_AND_IN_MEMORY(ProfileReadTest);

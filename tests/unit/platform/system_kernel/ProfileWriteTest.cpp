@@ -9,7 +9,7 @@
 namespace
 {
 
-using ProfileWriteTest = KernelFolderTest;
+using ProfileWriteTest = KernelFileTest;
 
 std::string Value(const char* section, const char* key, const char* file)
 {
@@ -18,7 +18,7 @@ std::string Value(const char* section, const char* key, const char* file)
     return std::string(buffer, n);
 }
 
-TEST_F(ProfileWriteTest, WritesCreateTheFileSectionsAndKeys)
+TEST_P(ProfileWriteTest, WritesCreateTheFileSectionsAndKeys)
 {
     EXPECT_TRUE(WritePrivateProfileStringA("App", "key", "", "empty.ini"));
     EXPECT_EQ("[App]\r\nkey=\r\n", m_dir.Read("empty.ini"));
@@ -33,7 +33,7 @@ TEST_F(ProfileWriteTest, WritesCreateTheFileSectionsAndKeys)
     EXPECT_EQ("string3", Value("APP1", "KEY3", "t.ini"));
 }
 
-TEST_F(ProfileWriteTest, ReplacingAValueKeepsEveryOtherByte)
+TEST_P(ProfileWriteTest, ReplacingAValueKeepsEveryOtherByte)
 {
     const std::string before = "; layout of the test\n\n[3-7]\nx=10\n  Title = old  \n\n"
                                "; next\n[4-7]\nw=1";
@@ -54,7 +54,7 @@ TEST_F(ProfileWriteTest, ReplacingAValueKeepsEveryOtherByte)
     EXPECT_EQ("20", Value("3-7", "y", "t.ini"));
 }
 
-TEST_F(ProfileWriteTest, NullValueDeletesAKeyAndNullKeyASection)
+TEST_P(ProfileWriteTest, NullValueDeletesAKeyAndNullKeyASection)
 {
     m_dir.Write("t.ini",
                 "[App1]\r\nkey1=string1\r\nkey2=string2\r\n; note\r\n[App2]\r\nkey4=string4\r\n"
@@ -77,7 +77,7 @@ TEST_F(ProfileWriteTest, NullValueDeletesAKeyAndNullKeyASection)
     EXPECT_FALSE(m_dir.Exists("none.ini"));
 }
 
-TEST_F(ProfileWriteTest, FailuresLeaveNoFileBehind)
+TEST_P(ProfileWriteTest, FailuresLeaveNoFileBehind)
 {
     SetLastError(0);
     EXPECT_FALSE(WritePrivateProfileStringA(nullptr, "key", "string", "t.ini"));
@@ -93,7 +93,7 @@ TEST_F(ProfileWriteTest, FailuresLeaveNoFileBehind)
     EXPECT_EQ("default", Value("App", "key", "dir.ini"));
 }
 
-TEST_F(ProfileWriteTest, WindowsNamesFindTheFileInAnyCase)
+TEST_P(ProfileWriteTest, WindowsNamesFindTheFileInAnyCase)
 {
     m_dir.MakeFolder("ini");
     m_dir.Write("ini/x.ini", "[s]\r\nk=found\r\n");
@@ -104,13 +104,13 @@ TEST_F(ProfileWriteTest, WindowsNamesFindTheFileInAnyCase)
     EXPECT_TRUE(m_dir.Exists("ini/New.ini"));
 }
 
-TEST_F(ProfileWriteTest, WideWritesStoreAnsiBytes)
+TEST_P(ProfileWriteTest, WideWritesStoreAnsiBytes)
 {
     EXPECT_TRUE(WritePrivateProfileStringW(L"\x4E2D", L"\x6587", L"\x4E2D\x6587", L"w.ini"));
     EXPECT_EQ("[\xD6\xD0]\r\n\xCE\xC4=\xD6\xD0\xCE\xC4\r\n", m_dir.Read("w.ini"));
 }
 
-TEST_F(ProfileWriteTest, LargeFileIsParsedOnceForAllReads)
+TEST_P(ProfileWriteTest, LargeFileIsParsedOnceForAllReads)
 {
     std::string text;
     for (int i = 0; i < 10000; ++i)
@@ -128,7 +128,7 @@ TEST_F(ProfileWriteTest, LargeFileIsParsedOnceForAllReads)
     EXPECT_EQ(1, QzPlatform::GetProfileParseCountForTesting() - parsesBefore);
 }
 
-TEST_F(ProfileWriteTest, ChangesByOthersAreSeenAtOnce)
+TEST_P(ProfileWriteTest, ChangesByOthersAreSeenAtOnce)
 {
     m_dir.Write("t.ini", "[s]\r\nk=1\r\n");
     EXPECT_EQ(1u, GetPrivateProfileIntA("s", "k", 0, "t.ini"));
@@ -140,8 +140,10 @@ TEST_F(ProfileWriteTest, ChangesByOthersAreSeenAtOnce)
     m_dir.Write("t.ini", "[s]\r\nk=4\r\n");
     EXPECT_TRUE(WritePrivateProfileStringA("s", "j", "5", "t.ini"));
     EXPECT_EQ("[s]\r\nk=4\r\nj=5\r\n", m_dir.Read("t.ini"));
-    ASSERT_EQ(0, remove("t.ini"));
+    m_dir.Remove("t.ini");
     EXPECT_EQ(9u, GetPrivateProfileIntA("s", "k", 9, "t.ini"));
 }
 
 } // namespace
+
+QZ_ON_DISK_AND_IN_MEMORY(ProfileWriteTest);

@@ -1,8 +1,7 @@
-// ini/AniGroup.ini through the profile functions, by the group reader and the layout manager's
-// group table.
+// ini/AniGroup.ini through the profile functions: the layout manager's group table, which the
+// group reader fills, and its look-ups.
 #include "FuzzSupport.h"
 
-#include "layout/QzAniGroupReader.h"
 #include "layout/QzGuiInfoMgr.h"
 
 extern "C" int LLVMFuzzerInitialize(int*, char***)
@@ -14,11 +13,9 @@ extern "C" int LLVMFuzzerInitialize(int*, char***)
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
     QzFuzz::WriteFile("ini/AniGroup.ini", data, size);
-    std::map<std::string, QzGui::QzAniGroup> groups;
-    QzGui::CQzAniGroupReader::Read("ini/AniGroup.ini", groups);
     QzGui::CQzGuiInfoMgr mgr;
-    mgr.LoadAniGroups();
-    for (const auto& group : groups)
+    mgr.LoadAniGroups(); // through the group reader
+    for (const auto& group : mgr.GetAniGroups())
     {
         const char* pszName = group.first.c_str();
         const int count = mgr.GetAniGroupCount(pszName);

@@ -1,6 +1,7 @@
 // Layout, variant and extended layout (GUI_EX) files through the layout manager: reading,
 // reloading, writing a section back into the file and reading it again, and the look-ups a
-// window makes. The first byte picks the kind of file, the rest is the file.
+// window makes. The first byte picks the kind of file (and for a layout what follows the
+// reading), the rest is the file.
 #include "FuzzSupport.h"
 
 #include "layout/QzGuiInfoMgr.h"
@@ -50,9 +51,15 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     case 0:
         QzFuzz::WriteFile("ini/Fuzz.ini", data + 1, size - 1);
         mgr.LoadLayout("Fuzz.ini");
-        mgr.ReloadCurrentLayout();
-        mgr.WriteWndSection("1-2", 1, 2, 3, 4, 5, "Title", "Button", 7);
-        mgr.LoadLayout("Fuzz.ini");
+        // One more pass over the file a layout in three: a reload, or a section written back
+        // into it and the file read again.
+        if (data[0] / 3 % 3 == 1)
+            mgr.ReloadCurrentLayout();
+        if (data[0] / 3 % 3 == 2)
+        {
+            mgr.WriteWndSection("1-2", 1, 2, 3, 4, 5, "Title", "Button", 7);
+            mgr.LoadLayout("Fuzz.ini");
+        }
         break;
     case 1:
         QzFuzz::WriteFile("ini/Fuzz.ini", data + 1, size - 1);

@@ -83,6 +83,7 @@ public:
     // Animation groups (ini/AniGroup.ini). Pointers stay valid until the next reload.
     BOOL LoadAniGroups();
     const QzAniGroup* GetAniGroup(const char* pszName) const;
+    const std::map<std::string, QzAniGroup>& GetAniGroups() const { return m_mapAniGroup; }
     int GetAniGroupCount(const char* pszName) const;
     const QzAniGroupPiece* GetAniGroupPiece(const char* pszName, int nIndex) const;
 

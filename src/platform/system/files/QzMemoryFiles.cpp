@@ -20,6 +20,24 @@ std::string RealCurrentDirectory()
     return folder;
 }
 
+// A relative name of plain parts, as the library's readers give them, is its own key.
+bool IsPlainRelative(const std::string& path)
+{
+    if (path.empty() || path[0] == '/' || path.back() == '/')
+        return false;
+    char previous = '/';
+    for (size_t i = 0; i < path.size(); ++i)
+    {
+        const char c = path[i];
+        const bool startsPart = previous == '/';
+        if (c == '\\' || (c == '/' && startsPart) ||
+            (c == '.' && startsPart && (i + 1 == path.size() || path[i + 1] == '/')))
+            return false;
+        previous = c;
+    }
+    return true;
+}
+
 } // namespace
 
 CQzMemoryFiles& CQzMemoryFiles::Instance()
@@ -40,6 +58,8 @@ void CQzMemoryFiles::TurnOn(bool bOn)
 // when the name lies under it.
 std::string CQzMemoryFiles::Key(const std::string& path) const
 {
+    if (IsPlainRelative(path))
+        return path;
     std::string key;
     key.reserve(path.size());
     for (size_t i = 0; i < path.size(); ++i)

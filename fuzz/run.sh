@@ -4,7 +4,9 @@
 #   fuzz/run.sh BUILD SECONDS WORK [TARGET...]
 # BUILD is the fuzzing build folder, WORK holds the corpora (WORK/corpus/<name>/) and anything a
 # target finds (WORK/found/<name>-crash-..., leak-, timeout-, oom-). One line a target: runs,
-# runs a second, coverage. Fails when a target found something (its input is kept in found/).
+# runs a second, coverage, and the runs of every budget spent on WORK so far (WORK/history
+# keeps one line a run: target, runs, seconds, coverage). Fails when a target found something
+# (its input is kept in found/).
 set -euo pipefail
 build=$1 seconds=$2 work=$3
 shift 3
@@ -30,6 +32,8 @@ for name in "${targets[@]}"; do
   runs=$(sed -n 's/^stat::number_of_executed_units: *//p' "$log")
   speed=$(sed -n 's/^stat::average_exec_per_sec: *//p' "$log")
   cov=$(grep -o 'cov: [0-9]*' "$log" | tail -1)
-  printf '%-18s %10s runs %7s/s  %s\n' "$name" "$runs" "$speed" "$cov"
+  echo "$name $runs $seconds ${cov#cov: }" >>"$work/history"
+  total=$(awk -v n="$name" '$1 == n { s += $2 } END { print s }' "$work/history")
+  printf '%-18s %10s runs %7s/s  %s  (%s runs in all)\n' "$name" "$runs" "$speed" "$cov" "$total"
 done
 exit $status

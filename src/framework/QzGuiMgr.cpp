@@ -298,8 +298,13 @@ void CQzGuiMgr::AddDialog(CQzDialog* pDialog, CQzBaseWindow* pParent, bool bCrea
     pDialog->SetValid(true);
     pDialog->SetCreateCtrlsOnCreate(bCreateCtrls);
     pDialog->Create(this);
-    if (pDialog->IsTopmost() && IsRegistered(pDialog))
+    if (!IsRegistered(pDialog))
+        return;
+    if (pDialog->IsTopmost())
         SetTopmost(pDialog, true);
+    // A new dialog goes on top, but below the topmost ones, even one that a showing leaves where
+    // it is (ClickToTop=0).
+    RaiseTopmost();
 }
 
 void CQzGuiMgr::RemoveDialog(CQzDialog* pDialog)
@@ -437,7 +442,12 @@ void CQzGuiMgr::BringToTop(CQzDialog* pDialog)
         return;
     m_pActiveDialog = pDialog;
     m_lstDialog.splice(m_lstDialog.end(), m_lstDialog, std::prev(found.base()));
-    // Topmost dialogs stay above every other, in their registration order.
+    RaiseTopmost();
+}
+
+// Topmost dialogs stay above every other, in their registration order.
+void CQzGuiMgr::RaiseTopmost()
+{
     for (CQzDialog* pTopmost : m_lstTopmost)
     {
         auto it = std::find(m_lstDialog.begin(), m_lstDialog.end(), pTopmost);

@@ -133,6 +133,8 @@ private:
     CQzBaseWindow* KeyFocusTarget();
     // False for a dialog of a snapshot that was unregistered since the snapshot was taken.
     bool IsLive(const CQzDialog* pDialog, unsigned nListVersion) const;
+    // Puts the topmost dialogs back above every other, in their registration order.
+    void RaiseTopmost();
     void ReloadEffectPlacement();
     void ReloadAllDialogs(int nMode);
     void DrawTipBack(const QzTipEntry& tip, int x, int y, int nBoxWidth, int nBoxHeight);

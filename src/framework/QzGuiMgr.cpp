@@ -173,7 +173,12 @@ void CQzGuiMgr::ReloadAllDialogs(int nMode)
     {
         if (IsLive(pDialog, version))
             pDialog->ReloadInfo(nMode);
+        // The record may have given or taken the topmost attribute (a reload message may have
+        // removed the dialog meanwhile).
+        if (IsLive(pDialog, version))
+            SetTopmost(pDialog, pDialog->IsTopmost());
     }
+    RaiseTopmost();
 }
 
 void CQzGuiMgr::LoadLayout(const char* pszFile)
@@ -207,7 +212,11 @@ void CQzGuiMgr::ReloadDialog(DWORD nDialogId)
         return;
     GetInfoMgr()->ReloadCurrentLayout();
     ReloadEffectPlacement();
+    const unsigned version = m_nListVersion;
     pDialog->ReloadInfo(0);
+    if (IsLive(pDialog, version))
+        SetTopmost(pDialog, pDialog->IsTopmost());
+    RaiseTopmost();
 }
 
 int CQzGuiMgr::Release()

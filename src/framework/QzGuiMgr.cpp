@@ -96,6 +96,12 @@ bool IsSameObject(const CQzDialog* pDialog, const CQzBaseWindow* pWindow)
     return static_cast<const void*>(pDialog) == static_cast<const void*>(pWindow);
 }
 
+bool IsSameWindow(const CQzEdit* pEdit, const CQzBaseWindow* pWindow)
+{
+    return pEdit && static_cast<const void*>(static_cast<const CQzBaseWindow*>(pEdit)) ==
+                        static_cast<const void*>(pWindow);
+}
+
 } // namespace
 
 IQzGuiMgr* CreateGuiMgr()
@@ -326,10 +332,13 @@ void CQzGuiMgr::RemoveDialog(CQzDialog* pDialog)
     ++m_nListVersion;
     if (m_pActiveDialog == pDialog)
         m_pActiveDialog = nullptr;
-    // Nothing of a removed dialog keeps the keys or the mouse.
+    // Nothing of a removed dialog keeps the keys, the mouse or the edit shell.
     DropKeyFocusIn(pDialog);
     if (m_pCapture && IsInTree(m_pCapture, pDialog))
         m_pCapture = nullptr;
+    CQzEdit* pBound = g_pQzEditSingle ? g_pQzEditSingle->GetActiveEdit() : nullptr;
+    if (pBound && IsInTree(pBound, pDialog))
+        g_pQzEditSingle->ForgetEdit(pBound);
 }
 
 CQzDialog* CQzGuiMgr::FindDialog(DWORD nId)
@@ -764,6 +773,9 @@ void CQzGuiMgr::ForgetWindow(CQzBaseWindow* pWindow)
     if (m_pCapture == pWindow)
         m_pCapture = nullptr;
     DropKeyFocusIn(pWindow);
+    // Compared by address: a box being destroyed has let the shell go already.
+    if (g_pQzEditSingle && IsSameWindow(g_pQzEditSingle->GetActiveEdit(), pWindow))
+        g_pQzEditSingle->ForgetEdit(g_pQzEditSingle->GetActiveEdit());
     if (IsSameObject(m_pActiveDialog, pWindow))
         m_pActiveDialog = nullptr;
     if (m_pDrawHookWnd == pWindow)

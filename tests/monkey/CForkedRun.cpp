@@ -3,6 +3,7 @@
 #include <cerrno>
 #include <fcntl.h>
 #include <stdexcept>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -44,9 +45,12 @@ CForkedRun::Result CForkedRun::Run(const std::function<void(int nFd)>& body, uns
     }
     close(fds[0]);
     int status = 0;
-    while (waitpid(pid, &status, 0) < 0 && errno == EINTR)
+    rusage usage = {};
+    while (wait4(pid, &status, 0, &usage) < 0 && errno == EINTR)
     {
     }
+    result.dCpuSeconds = static_cast<double>(usage.ru_utime.tv_sec + usage.ru_stime.tv_sec) +
+                         (usage.ru_utime.tv_usec + usage.ru_stime.tv_usec) / 1e6;
     if (WIFEXITED(status))
         result.nExitCode = WEXITSTATUS(status);
     if (WIFSIGNALED(status))

@@ -14,8 +14,9 @@ class CForkedRun
 public:
     struct Result
     {
-        int nExitCode = -1; // -1 when the child did not exit by itself
-        int nSignal = 0;    // the signal that ended it, if one did
+        int nExitCode = -1;     // -1 when the child did not exit by itself
+        int nSignal = 0;        // the signal that ended it, if one did
+        double dCpuSeconds = 0; // user and system time of the child
         std::string output;
     };
 

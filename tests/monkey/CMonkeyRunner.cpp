@@ -187,12 +187,14 @@ bool CMonkeyRunner::RunSeed(uint64_t nSeed, size_t nEvents)
     const MonkeyOutcome outcome = ReadChild(result, &events);
     m_nEventsRun += outcome.nApplied;
     m_dSecondsRun += seconds;
+    m_dCpuSecondsRun += result.dCpuSeconds;
     if (outcome.kind == MonkeyOutcome::Kind::Passed)
     {
         if (!m_bQuiet)
-            std::printf("seed %llu: %zu events in %.1f s (%.0f events/s), no violation\n",
+            std::printf("seed %llu: %zu events in %.1f s, %.1f s of processor time (%.0f events "
+                        "a processor second), no violation\n",
                         static_cast<unsigned long long>(nSeed), outcome.nApplied, seconds,
-                        outcome.nApplied / seconds);
+                        result.dCpuSeconds, outcome.nApplied / result.dCpuSeconds);
         std::fflush(stdout);
         return true;
     }

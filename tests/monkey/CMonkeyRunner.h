@@ -49,6 +49,8 @@ public:
 
     size_t EventsRun() const { return m_nEventsRun; }
     double SecondsRun() const { return m_dSecondsRun; }
+    // The processor time of the runs (on a shared machine less than the time they took).
+    double CpuSecondsRun() const { return m_dCpuSecondsRun; }
 
 private:
     // The next event for the world, none at the end.
@@ -68,6 +70,7 @@ private:
     std::string m_outputDir;
     size_t m_nEventsRun = 0;
     double m_dSecondsRun = 0;
+    double m_dCpuSecondsRun = 0;
 };
 
 } // namespace QzMonkey

@@ -110,10 +110,11 @@ int main(int argc, char** argv)
     unsigned long long nFailed = 0;
     for (unsigned long long i = 0; i < options.nSeeds; ++i)
         nFailed += runner.RunSeed(options.nSeed + i, options.nEvents) ? 0 : 1;
+    const double cpu = runner.CpuSecondsRun() > 0 ? runner.CpuSecondsRun() : 1;
     if (!options.bQuiet || nFailed)
-        std::printf("%llu seeds, %zu events in %.1f s (%.0f events/s), %llu failed\n",
-                    options.nSeeds, runner.EventsRun(), runner.SecondsRun(),
-                    runner.EventsRun() / (runner.SecondsRun() > 0 ? runner.SecondsRun() : 1),
-                    nFailed);
+        std::printf("%llu seeds, %zu events in %.1f s, %.1f s of processor time (%.0f events a "
+                    "processor second), %llu failed\n",
+                    options.nSeeds, runner.EventsRun(), runner.SecondsRun(), runner.CpuSecondsRun(),
+                    runner.EventsRun() / cpu, nFailed);
     return nFailed ? 1 : 0;
 }

@@ -284,6 +284,22 @@ void CQzDialog::MoveCtrlToEnd(DWORD nId)
         m_lstCtrl.splice(m_lstCtrl.end(), m_lstCtrl, it);
 }
 
+void CQzDialog::RemoveCtrl(CQzBaseWindow* pCtrl)
+{
+    auto it = std::find_if(m_lstCtrl.begin(), m_lstCtrl.end(),
+                           [pCtrl](const QzCtrlEntry* pEntry) { return pEntry->pCtrl == pCtrl; });
+    if (!pCtrl || it == m_lstCtrl.end())
+        return;
+    delete *it;
+    m_lstCtrl.erase(it);
+    if (m_pHoverCtrl == pCtrl)
+        m_pHoverCtrl = nullptr;
+    if (m_pDefaultCtrl == pCtrl)
+        m_pDefaultCtrl = nullptr;
+    if (CQzGuiMgr* pMgr = GetMgr())
+        pMgr->ForgetWindow(pCtrl);
+}
+
 void CQzDialog::SetDefaultCtrl(CQzBaseWindow* pCtrl)
 {
     if (!pCtrl)

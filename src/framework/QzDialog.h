@@ -105,6 +105,9 @@ public:
     CQzBaseWindow* FindCtrl(DWORD nFullId);
     void CreateCtrl(CQzBaseWindow* pCtrl, BOOL bShow);
     void MoveCtrlToEnd(DWORD nId);
+    // Takes the control out of the dialog, created or not: it is no longer drawn, hit, moved or
+    // reloaded, and the manager lets go of it (capture, key focus). The host deletes it then.
+    void RemoveCtrl(CQzBaseWindow* pCtrl);
     const std::list<QzCtrlEntry*>& GetCtrlEntries() const { return m_lstCtrl; }
 
     // Child dialogs.

@@ -96,6 +96,12 @@ bool IsSameObject(const CQzDialog* pDialog, const CQzBaseWindow* pWindow)
     return static_cast<const void*>(pDialog) == static_cast<const void*>(pWindow);
 }
 
+bool IsSameWindow(const CQzEdit* pEdit, const CQzBaseWindow* pWindow)
+{
+    return pEdit && static_cast<const void*>(static_cast<const CQzBaseWindow*>(pEdit)) ==
+                        static_cast<const void*>(pWindow);
+}
+
 } // namespace
 
 IQzGuiMgr* CreateGuiMgr()
@@ -173,7 +179,12 @@ void CQzGuiMgr::ReloadAllDialogs(int nMode)
     {
         if (IsLive(pDialog, version))
             pDialog->ReloadInfo(nMode);
+        // The record may have given or taken the topmost attribute (a reload message may have
+        // removed the dialog meanwhile).
+        if (IsLive(pDialog, version))
+            SetTopmost(pDialog, pDialog->IsTopmost());
     }
+    RaiseTopmost();
 }
 
 void CQzGuiMgr::LoadLayout(const char* pszFile)
@@ -207,7 +218,11 @@ void CQzGuiMgr::ReloadDialog(DWORD nDialogId)
         return;
     GetInfoMgr()->ReloadCurrentLayout();
     ReloadEffectPlacement();
+    const unsigned version = m_nListVersion;
     pDialog->ReloadInfo(0);
+    if (IsLive(pDialog, version))
+        SetTopmost(pDialog, pDialog->IsTopmost());
+    RaiseTopmost();
 }
 
 int CQzGuiMgr::Release()
@@ -298,8 +313,13 @@ void CQzGuiMgr::AddDialog(CQzDialog* pDialog, CQzBaseWindow* pParent, bool bCrea
     pDialog->SetValid(true);
     pDialog->SetCreateCtrlsOnCreate(bCreateCtrls);
     pDialog->Create(this);
-    if (pDialog->IsTopmost() && IsRegistered(pDialog))
+    if (!IsRegistered(pDialog))
+        return;
+    if (pDialog->IsTopmost())
         SetTopmost(pDialog, true);
+    // A new dialog goes on top, but below the topmost ones, even one that a showing leaves where
+    // it is (ClickToTop=0).
+    RaiseTopmost();
 }
 
 void CQzGuiMgr::RemoveDialog(CQzDialog* pDialog)
@@ -312,10 +332,13 @@ void CQzGuiMgr::RemoveDialog(CQzDialog* pDialog)
     ++m_nListVersion;
     if (m_pActiveDialog == pDialog)
         m_pActiveDialog = nullptr;
-    // Nothing of a removed dialog keeps the keys or the mouse.
+    // Nothing of a removed dialog keeps the keys, the mouse or the edit shell.
     DropKeyFocusIn(pDialog);
     if (m_pCapture && IsInTree(m_pCapture, pDialog))
         m_pCapture = nullptr;
+    CQzEdit* pBound = g_pQzEditSingle ? g_pQzEditSingle->GetActiveEdit() : nullptr;
+    if (pBound && IsInTree(pBound, pDialog))
+        g_pQzEditSingle->ForgetEdit(pBound);
 }
 
 CQzDialog* CQzGuiMgr::FindDialog(DWORD nId)
@@ -437,7 +460,12 @@ void CQzGuiMgr::BringToTop(CQzDialog* pDialog)
         return;
     m_pActiveDialog = pDialog;
     m_lstDialog.splice(m_lstDialog.end(), m_lstDialog, std::prev(found.base()));
-    // Topmost dialogs stay above every other, in their registration order.
+    RaiseTopmost();
+}
+
+// Topmost dialogs stay above every other, in their registration order.
+void CQzGuiMgr::RaiseTopmost()
+{
     for (CQzDialog* pTopmost : m_lstTopmost)
     {
         auto it = std::find(m_lstDialog.begin(), m_lstDialog.end(), pTopmost);
@@ -745,6 +773,9 @@ void CQzGuiMgr::ForgetWindow(CQzBaseWindow* pWindow)
     if (m_pCapture == pWindow)
         m_pCapture = nullptr;
     DropKeyFocusIn(pWindow);
+    // Compared by address: a box being destroyed has let the shell go already.
+    if (g_pQzEditSingle && IsSameWindow(g_pQzEditSingle->GetActiveEdit(), pWindow))
+        g_pQzEditSingle->ForgetEdit(g_pQzEditSingle->GetActiveEdit());
     if (IsSameObject(m_pActiveDialog, pWindow))
         m_pActiveDialog = nullptr;
     if (m_pDrawHookWnd == pWindow)

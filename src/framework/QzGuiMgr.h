@@ -101,8 +101,8 @@ public:
     // Lets the key focus go when it lies in the tree under pRoot (pRoot included).
     void DropKeyFocusIn(const CQzBaseWindow* pRoot);
     // Drops every reference the manager keeps to a window that is going away: the capture, the
-    // key focus, the active dialog, the draw hook when the window is the hook, and the window's
-    // place in both dialog lists.
+    // key focus, the active dialog, the draw hook when the window is the hook, the window's
+    // place in both dialog lists, and the edit shell's binding when it is the bound box.
     void ForgetWindow(CQzBaseWindow* pWindow);
     CQzGuiInfoMgr* GetInfoMgr();
     // The layout manager when one exists; never creates it.
@@ -133,6 +133,8 @@ private:
     CQzBaseWindow* KeyFocusTarget();
     // False for a dialog of a snapshot that was unregistered since the snapshot was taken.
     bool IsLive(const CQzDialog* pDialog, unsigned nListVersion) const;
+    // Puts the topmost dialogs back above every other, in their registration order.
+    void RaiseTopmost();
     void ReloadEffectPlacement();
     void ReloadAllDialogs(int nMode);
     void DrawTipBack(const QzTipEntry& tip, int x, int y, int nBoxWidth, int nBoxHeight);

@@ -229,6 +229,18 @@ IQzGuiWndInfo* CQzGuiInfoMgr::GetWndInfo(DWORD nParentId, DWORD nCtrlId, int nTy
     return GenerateWndInfo(nParentId, nCtrlId, nType);
 }
 
+bool CQzGuiInfoMgr::IsCurrentRecord(const IQzGuiWndInfo* pInfo) const
+{
+    if (!pInfo)
+        return false;
+    const uint64_t nKey =
+        MakeKey(static_cast<DWORD>(pInfo->GetParentId()), static_cast<DWORD>(pInfo->GetCtrlId()));
+    if (FindRecord(nKey) == pInfo)
+        return true;
+    const auto found = m_mapVariantRecord.find(MakeVariantKey(nKey, pInfo->GetVariant()));
+    return found != m_mapVariantRecord.end() && found->second.get() == pInfo;
+}
+
 // A window no file configures gets a record built from the dialog templates of the host's
 // resource module, appended to the layout file for a designer.
 CQzGuiWndInfo* CQzGuiInfoMgr::GenerateWndInfo(DWORD nParentId, DWORD nCtrlId, int nType)

@@ -59,6 +59,8 @@ public:
     // The variant record (variant not 0), else the record; else a record generated from the
     // dialog templates of the host's resource module; null when nothing describes the window.
     IQzGuiWndInfo* GetWndInfo(DWORD nParentId, DWORD nCtrlId, int nType, DWORD nVariant);
+    // Whether the tables hold this record under its key now: false for one a reload took out.
+    bool IsCurrentRecord(const IQzGuiWndInfo* pInfo) const;
 
     // Replaces the named section of the layout file with these keys; the records in memory
     // stay as they are.

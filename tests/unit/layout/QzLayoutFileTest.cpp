@@ -145,11 +145,15 @@ TEST_F(LayoutFileTest, ReloadKeepsOldRecordsAliveForTheirHoldersOnlyAndFreesTheR
     ASSERT_NE(nullptr, pOld);
     pOld->Hold();
     const size_t nLive = CQzGuiWndInfo::GetLiveCount();
+    EXPECT_TRUE(mgr.IsCurrentRecord(pOld));
 
     WriteIni("Layout.ini", "[1-1]\nw=20\nh=20\nTitle=New\n");
     mgr.ReloadCurrentLayout();
 
     ASSERT_NE(nullptr, Record(1, 1));
+    EXPECT_TRUE(mgr.IsCurrentRecord(Record(1, 1)));
+    EXPECT_FALSE(mgr.IsCurrentRecord(pOld));
+    EXPECT_FALSE(mgr.IsCurrentRecord(nullptr));
     EXPECT_STREQ("New", Record(1, 1)->GetTitle());
     EXPECT_EQ(nullptr, Record(1, 2));
     // The holder still reads its old record (the sanitizer build checks the reads); the
@@ -237,8 +241,10 @@ TEST_F(LayoutFileTest, VariantRecordsAnswerFirstAndAreReplacedByTheNextLogicFile
     // A replaced variant record lives on only while a window holds it.
     const size_t nLive = CQzGuiWndInfo::GetLiveCount();
     static_cast<const CQzGuiWndInfo*>(pTwo)->Hold();
+    EXPECT_TRUE(mgr.IsCurrentRecord(pTwo));
     WriteIni("Logic2.ini", "[3-7-4]\nw=1\nh=1\n");
     ASSERT_TRUE(mgr.LoadLogicLayout("Logic2.ini"));
+    EXPECT_FALSE(mgr.IsCurrentRecord(pTwo));
     EXPECT_STREQ("Plain", mgr.GetWndInfo(3, 7, 2, 2)->GetTitle());
     EXPECT_STREQ("Two", pTwo->GetTitle());
     EXPECT_EQ(nLive, CQzGuiWndInfo::GetLiveCount()); // 3-8-2 freed, 3-7-4 came

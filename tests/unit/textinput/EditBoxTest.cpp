@@ -145,6 +145,25 @@ TEST_F(EditBoxTest, ABoxDestroyedWhileBoundGetsNoMoreKeys)
     EXPECT_EQ(L"ab", WindowText(Single()));
 }
 
+TEST_F(EditBoxTest, ABoundBoxTakenOutOfItsDialogOrRemovedWithItIsUnboundAtOnce)
+{
+    // Removed, but not deleted yet: the keys typed now go to the host window, not to the box.
+    SpyEdit* pTaken = AddEdit<SpyEdit>(1, {10, 10, 200, 24});
+    SpyEdit* pRemoved = AddEdit<SpyEdit>(2, {10, 10, 200, 24}, false, &m_other);
+    pTaken->SetFocus();
+    m_dialog.RemoveCtrl(pTaken);
+    EXPECT_EQ(nullptr, Shell()->GetActiveEdit());
+    EXPECT_EQ(m_harness.MainWindow(), GetFocus());
+
+    pRemoved->SetFocus();
+    m_pMgr->RemoveDialog(&m_other);
+    EXPECT_EQ(nullptr, Shell()->GetActiveEdit());
+    EXPECT_EQ(m_harness.MainWindow(), GetFocus());
+    Type(L"cd");
+    EXPECT_TRUE(pTaken->chars.empty());
+    EXPECT_TRUE(pRemoved->chars.empty());
+}
+
 class EditDrawTest : public EditScene
 {
 protected:

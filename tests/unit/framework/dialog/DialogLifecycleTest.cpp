@@ -68,6 +68,26 @@ TEST_F(DialogLifecycle, TheRegistrationFlagCreatesTheControlsAtOnceAndRemovalFor
     EXPECT_FALSE(m_dialog.IsValid());
 }
 
+TEST_F(DialogLifecycle, ARemovedControlGetsNoMoreMessagesAndTheManagerLetsItGo)
+{
+    m_pMgr->AddDialog(&m_dialog, nullptr, true);
+    m_dialog.ShowWindow(SW_SHOW);
+    m_pMgr->SetCapture(&m_ctrls[1]);
+    m_pMgr->SetKeyFocus(&m_ctrls[1]);
+
+    m_dialog.RemoveCtrl(&m_ctrls[1]);
+    m_dialog.RemoveCtrl(&m_ctrls[4]); // never added
+    EXPECT_EQ((std::vector<DWORD>{1, 3}), EntryIds(m_dialog));
+    EXPECT_EQ(nullptr, m_pMgr->GetCapture());
+    EXPECT_EQ(nullptr, m_pMgr->GetKeyFocus());
+    const size_t nSeen = m_ctrls[1].messages.size();
+    const int nMoves = m_ctrls[2].Count(WM_MOVE);
+    m_dialog.SetPos(150, 150); // moves the controls it holds
+    m_harness.Click(160, 160);
+    EXPECT_EQ(nSeen, m_ctrls[1].messages.size());
+    EXPECT_EQ(nMoves + 1, m_ctrls[2].Count(WM_MOVE));
+}
+
 TEST_F(DialogLifecycle, TheFirstMatchingMapEntryRunsForCommandsAndNotifications)
 {
     m_pMgr->AddDialog(&m_dialog, nullptr, false);

@@ -32,8 +32,9 @@ TEST_F(RoutingTest, ClickToTopRaisesBelowTheTopmostDialogsWhichKeepTheirOrder)
     AddDialog(4); // topmost
     AddDialog(2);
     AddDialog(5); // ClickToTop=0
-    // Showing a dialog raises it, under the topmost ones.
-    EXPECT_EQ((Ids{1, 2, 3, 4, 5}), ZOrder());
+    // Adding and showing a dialog raises it, under the topmost ones, even one that clicks and
+    // showings leave in place.
+    EXPECT_EQ((Ids{1, 2, 5, 3, 4}), ZOrder());
 
     m_harness.Click(50, 50); // only dialog 1 there
     EXPECT_EQ((Ids{2, 5, 1, 3, 4}), ZOrder());

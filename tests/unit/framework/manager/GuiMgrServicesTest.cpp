@@ -66,6 +66,25 @@ TEST_F(ServicesTest, LoadingAndReloadingMakeDialogsRereadTheirRecords)
     EXPECT_EQ(5, pLower->GetX());
 }
 
+TEST_F(ServicesTest, AReloadThatMovesTheTopmostAttributeMovesTheDialogs)
+{
+    AddDialog(3); // topmost
+    AddDialog(1);
+    AddDialog(5);
+    ASSERT_EQ((std::vector<DWORD>{1, 5, 3}), ZOrder());
+    m_root.Write("ini/Other.ini", "[0-1]\nx=0\ny=0\nw=300\nh=300\n"
+                                  "[0-3]\nx=500\ny=0\nw=100\nh=100\n"
+                                  "[0-5]\nx=0\ny=400\nw=100\nh=100\nTopmost=1\n");
+    m_pMgr->LoadLayout("Other.ini");
+    EXPECT_EQ((std::vector<DWORD>{1, 3, 5}), ZOrder());
+    m_pMgr->BringToTop(DWORD{1}); // dialog 3 is an ordinary dialog now
+    EXPECT_EQ((std::vector<DWORD>{3, 1, 5}), ZOrder());
+
+    m_root.Write("ini/Other.ini", "[0-1]\nx=0\ny=0\nw=300\nh=300\nTopmost=1\n");
+    m_pMgr->ReloadDialog(1);
+    EXPECT_EQ((std::vector<DWORD>{3, 5, 1}), ZOrder());
+}
+
 TEST_F(ServicesTest, TheLogicFileFollowsTheResolutionIndex)
 {
     m_root.Write("ini/guilogic.ini", "[0-1-3]\nx=1\ny=0\nw=10\nh=10\n");

@@ -248,8 +248,9 @@ TEST_F(GridScene, UsedMarkedAndVisibleFlagsThroughRemoveItemAndClearAll)
     EXPECT_FALSE(pGrid->IsCellUsed(128) || pGrid->IsCellEnabled(-1) || pGrid->IsCellVisible(128));
 }
 
-// Back hook, back effect, item, front effect, number, mark; then the mask.
-TEST_F(GridScene, AFrameDrawsEachCellInLayers)
+// Back hook, back effect, item, front effect, number, mark; then the mask of a disabled cell,
+// by section or colour.
+TEST_F(GridScene, AFrameDrawsEachCellInLayersAndMasksADisabledCell)
 {
     auto pGrid = MakeGrid(41, {10, 10, 110, 50}, 2, 1); // cells of 49.5 x 40
     pGrid->SetCellUsed(0, 0, true);
@@ -264,35 +265,26 @@ TEST_F(GridScene, AFrameDrawsEachCellInLayers)
               Draw(*pGrid));
     EXPECT_EQ(Lines({"back 0,0", "item 0,0", "mark 0,0", "back 1,0"}), pGrid->hooks);
 
+    const std::tuple<const char*, DWORD, const char*> masks[] = {
+        {"Missing", 0, nullptr},
+        {"Mask", 0, "img/mask.png at 160,110 49x40"},
+        {nullptr, 0, "img/mask.png at 160,110 49x40"}, // null keeps the section
+        {"", 0x80FF0000, "fill 160,110,209,150 #80FF0000"}};
+    for (const auto& [pszMask, dwColour, pszDrawn] : masks)
+    {
+        SCOPED_TRACE(pszMask ? pszMask : "null");
+        pGrid->SetMaskAni(pszMask);
+        pGrid->SetMaskColor(dwColour);
+        const Lines lines = Draw(*pGrid);
+        EXPECT_EQ(pszDrawn ? pszDrawn : CountText(146, 138, "12"), lines.back());
+    }
+
     // The number ends the gap width left of the cell's right edge, 6 pixels a
     // digit; a hidden cell draws not even its mask.
     pGrid->SetCellCount(0, 4294967295u);
     pGrid->SetCellVisible(1, false, false);
     EXPECT_EQ(CountText(98, 138, "4294967295"), Draw(*pGrid).back());
     EXPECT_EQ(4u, Draw(*pGrid).size());
-}
-
-TEST_F(GridScene, ADisabledCellIsMaskedBySectionOrColour)
-{
-    m_pGrid->SetCellEnable(1, false); // cell (1, 0) at (150, 110), 39 x 39
-    const struct
-    {
-        const char* pszMask;
-        DWORD dwColour;
-        Lines expected;
-    } cases[] = {
-        {"", 0x40000000, {"fill 150,110,189,149 #40000000"}},
-        {nullptr, 0x80FF0000, {"fill 150,110,189,149 #80FF0000"}},
-        {"Mask", 0, {"img/mask.png at 150,110 39x39"}},
-        {nullptr, 0, {"img/mask.png at 150,110 39x39"}}, // null keeps the section
-        {"Missing", 0, {}},
-    };
-    for (const auto& c : cases)
-    {
-        m_pGrid->SetMaskAni(c.pszMask);
-        m_pGrid->SetMaskColor(c.dwColour);
-        EXPECT_EQ(c.expected, Draw(*m_pGrid)) << (c.pszMask ? c.pszMask : "null");
-    }
 }
 
 TEST_F(GridScene, CellAndGridEffectsPlayStopAndAreAskedByName)

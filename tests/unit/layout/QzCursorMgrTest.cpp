@@ -24,14 +24,11 @@ using namespace QzGui;
 const char* const kAniFile = "[Busy]\nFrameAmount=3\nFrame0=img/a.png\nFrame1=img/b.png\n"
                              "Frame2=img/c.png\n"
                              "[Empty]\nFrameAmount=0\n";
-const char* const kCursors = "[Normal]\ntype=0\ncur=cursor/arrow.cur\n"
-                             "[Hand]\ntype=0\ncur=cursor/hand.cur\n"
-                             "[Grab]\ntype=0\ncur=cursor/hand.cur\n"
-                             "[Lost]\ntype=0\ncur=cursor/missing.cur\n"
-                             "[Busy]\ntype=1\ncur=Busy\n"
-                             "[Blank]\ntype=1\ncur=Empty\n"
-                             "[Spark]\ntype=2\ncur=SparkPart\n"
-                             "[Glow]\ntype=2\ncur=GlowPart\n";
+const char* const kCursors =
+    "[Normal]\ntype=0\ncur=cursor/arrow.cur\n[Hand]\ntype=0\ncur=cursor/hand.cur\n"
+    "[Grab]\ntype=0\ncur=cursor/hand.cur\n[Lost]\ntype=0\ncur=cursor/missing.cur\n"
+    "[Busy]\ntype=1\ncur=Busy\n[Blank]\ntype=1\ncur=Empty\n"
+    "[Spark]\ntype=2\ncur=SparkPart\n[Glow]\ntype=2\ncur=GlowPart\n";
 // Dialog 1 at (0, 0)-(300, 300); its button 2 configures its own cursor, button 3 does not.
 const char* const kLayout = "[0-1]\nx=0\ny=0\nw=300\nh=300\n"
                             "[1-2]\nx=10\ny=10\nw=50\nh=20\nCursor=Hand\n"
@@ -81,14 +78,12 @@ protected:
     CQzCursorMgr* m_pCursors;
 };
 
-// ---------------------------------------------------------------------------------------------
-// The manager's cursor manager
+using Effects = std::vector<std::string>;
 
 TEST_F(CursorScene, InitCreatesOneCursorManagerWithItsOwnEffectObject)
 {
     ASSERT_NE(nullptr, m_pCursors);
     EXPECT_EQ(1, m_effectLog.nCreated);
-    EXPECT_EQ(m_pMgr->FindCursor("Busy"), m_pMgr->FindInfoMgr()->GetCursorEntry("Busy"));
     m_pMgr->Init(GetModuleHandleA(nullptr), m_harness.MainWindow(), 100, "Test.ini");
     EXPECT_EQ(m_pCursors, m_pMgr->GetCursorMgr());
     EXPECT_EQ(1, m_effectLog.nCreated);
@@ -127,46 +122,36 @@ TEST(CursorMgrLifetime, WithoutAManagerOrAnEffectObjectNothingHappens)
     EXPECT_EQ(0, log.nCreated);
 }
 
-// ---------------------------------------------------------------------------------------------
-// Type 0: cursor files the system shows
-
-TEST_F(CursorScene, AFileCursorIsShownByTheSystemAndRestartsTheEffect)
+// Type 0: the system shows the file, each file loaded once until the cache is cleared; a
+// missing file hides the system cursor.
+TEST_F(CursorScene, AFileCursorIsShownByTheSystemLoadedOnceAndRestartsTheEffect)
 {
     m_pCursors->SetCursorByName("Hand");
     EXPECT_EQ("cursor/hand.cur", ShownFile());
     EXPECT_EQ(0, m_pCursors->GetCursorType());
     EXPECT_EQ(nullptr, m_pCursors->GetCursorAniName());
     EXPECT_TRUE(m_pCursors->HasCursorName());
-    EXPECT_EQ(std::vector<std::string>{"StartEffect(null,0,0)"}, m_effectLog.calls);
+    EXPECT_EQ(Effects{"StartEffect(null,0,0)"}, m_effectLog.calls);
     EXPECT_EQ("", DrawnCursor());
 
-    m_pCursors->SetCursorByName("Lost"); // a missing file hides the system cursor
-    EXPECT_EQ(nullptr, GetCursor());
-    EXPECT_EQ(0, m_pCursors->GetCursorType());
-}
-
-TEST_F(CursorScene, EachCursorFileIsLoadedOnceUntilTheCacheIsCleared)
-{
-    m_pCursors->SetCursorByName("Hand");
     const HCURSOR hHand = GetCursor();
     m_pCursors->SetCursorByName("Normal");
     EXPECT_EQ("cursor/arrow.cur", ShownFile());
     m_pCursors->SetCursorByName("Grab"); // another name for the same file
     EXPECT_EQ(hHand, GetCursor());
-    m_pCursors->SetCursorByName("Hand");
-    EXPECT_EQ(hHand, GetCursor());
-
     m_pCursors->ClearCursorCache();
     EXPECT_FALSE(QzPlatform::Host::DescribeCursor(hHand).valid);
-    m_pCursors->SetCursorByName("Grab");
+    m_pCursors->SetCursorByName("Hand");
     EXPECT_NE(hHand, GetCursor());
     EXPECT_EQ("cursor/hand.cur", ShownFile());
+
+    m_pCursors->SetCursorByName("Lost");
+    EXPECT_EQ(nullptr, GetCursor());
+    EXPECT_EQ(0, m_pCursors->GetCursorType());
 }
 
-// ---------------------------------------------------------------------------------------------
-// Type 1: animation sections drawn at the mouse
-
-TEST_F(CursorScene, AnAnimatedCursorHidesTheSystemCursorAndDrawsAtTheMouse)
+// Type 1: the system cursor hidden, the section's frames drawn at the mouse, one every 200 ms.
+TEST_F(CursorScene, AnAnimatedCursorHidesTheSystemCursorAndDrawsItsFramesAtTheMouse)
 {
     m_pCursors->SetCursorByName("Hand");
     m_effectLog.calls.clear();
@@ -174,53 +159,29 @@ TEST_F(CursorScene, AnAnimatedCursorHidesTheSystemCursorAndDrawsAtTheMouse)
     EXPECT_EQ(nullptr, GetCursor());
     EXPECT_EQ(1, m_pCursors->GetCursorType());
     EXPECT_STREQ("Busy", m_pCursors->GetCursorAniName());
-    EXPECT_EQ(std::vector<std::string>{"StartEffect(null,0,0)"}, m_effectLog.calls);
+    EXPECT_EQ(Effects{"StartEffect(null,0,0)"}, m_effectLog.calls);
 
     m_harness.MouseMove(40, 50);
-    const std::string c =
-        "texture img/c.png src(0,0,14,14) at 40,50 size 14x14 alpha 255 scale 1\n";
-    const std::string a =
-        "texture img/a.png src(0,0,10,10) at 40,50 size 10x10 alpha 255 scale 1\n";
-    const std::string b =
-        "texture img/b.png src(0,0,12,12) at 40,50 size 12x12 alpha 255 scale 1\n";
-    // A frame every 200 ms: 1000 / 200 = 5, frame 5 % 3 = 2.
-    const std::pair<DWORD, std::string> frames[] = {{1000, c}, {1199, c}, {1200, a}, {1400, b}};
-    for (const auto& [time, frame] : frames)
+    // 1000 / 200 = 5, frame 5 % 3 = 2.
+    const std::pair<DWORD, const char*> frames[] = {
+        {1000, "c.png src(0,0,14,14) at 40,50 size 14x14"},
+        {1199, "c.png src(0,0,14,14) at 40,50 size 14x14"},
+        {1200, "a.png src(0,0,10,10) at 40,50 size 10x10"},
+        {1400, "b.png src(0,0,12,12) at 40,50 size 12x12"}};
+    for (const auto& [time, pszFrame] : frames)
     {
         m_harness.SetTime(time);
-        EXPECT_EQ(frame, DrawnCursor()) << time;
+        EXPECT_EQ("texture img/" + std::string(pszFrame) + " alpha 255 scale 1\n", DrawnCursor())
+            << time;
     }
-}
-
-TEST_F(CursorScene, ASectionWithoutFramesDrawsNothing)
-{
-    m_pCursors->SetCursorByName("Blank");
+    m_pCursors->SetCursorByName("Blank"); // a section without frames
     EXPECT_EQ(1, m_pCursors->GetCursorType());
     EXPECT_EQ("", DrawnCursor());
 }
 
-// ---------------------------------------------------------------------------------------------
-// Type 2: parts of the cursor manager's effect object
-
-TEST_F(CursorScene, AnEffectCursorAddsItsPartOnceAndPlaysEveryPart)
-{
-    m_pCursors->SetCursorByName("Spark");
-    EXPECT_EQ(2, m_pCursors->GetCursorType());
-    EXPECT_STREQ("SparkPart", m_pCursors->GetCursorAniName());
-    const std::vector<std::string> first = {"HasPart(SparkPart,0,0)", "AddPart(SparkPart,1,0)",
-                                            "PlayPart(-1)"};
-    EXPECT_EQ(first, m_effectLog.calls);
-
-    m_effectLog.mapIndexes["SparkPart"] = 4; // the object holds the part now
-    m_effectLog.calls.clear();
-    m_pCursors->SetCursorByName("Glow");
-    m_pCursors->SetCursorByName("Spark");
-    const std::vector<std::string> again = {"HasPart(GlowPart,0,0)", "AddPart(GlowPart,1,0)",
-                                            "PlayPart(-1)", "HasPart(SparkPart,0,0)"};
-    EXPECT_EQ(again, m_effectLog.calls);
-}
-
-TEST_F(CursorScene, AnEffectCursorDrawsItsPartAtTheTransformedMouse)
+// Type 2: a part of the cursor manager's effect object, added once, drawn at the mouse as the
+// manager transforms it.
+TEST_F(CursorScene, AnEffectCursorAddsItsPartOnceAndDrawsItAtTheTransformedMouse)
 {
     m_pMgr->SetTransformCallback(
         [](int x, int y, int* pX, int* pY)
@@ -228,50 +189,41 @@ TEST_F(CursorScene, AnEffectCursorDrawsItsPartAtTheTransformedMouse)
             *pX = x * 2;
             *pY = y + 7;
         });
-    m_pCursors->SetCursorByName("Spark");
     m_harness.MouseMove(30, 40);
-    m_effectLog.calls.clear();
-    EXPECT_EQ("", DrawnCursor());
-    EXPECT_EQ(std::vector<std::string>{"FindPart(SparkPart)"}, m_effectLog.calls);
+    m_pCursors->SetCursorByName("Spark");
+    EXPECT_EQ(2, m_pCursors->GetCursorType());
+    EXPECT_STREQ("SparkPart", m_pCursors->GetCursorAniName());
+    EXPECT_EQ("", DrawnCursor()); // the recording object holds no part yet
+    EXPECT_EQ((Effects{"HasPart(SparkPart,0,0)", "AddPart(SparkPart,1,0)", "PlayPart(-1)",
+                       "FindPart(SparkPart)"}),
+              m_effectLog.calls);
 
-    m_effectLog.mapIndexes["SparkPart"] = 4;
+    m_effectLog.mapIndexes["SparkPart"] = 4; // the object holds the part now
     m_effectLog.calls.clear();
+    m_pCursors->SetCursorByName("Glow");
+    m_pCursors->SetCursorByName("Spark");
     DrawnCursor();
-    const std::vector<std::string> drawn = {"FindPart(SparkPart)", "Draw(60,47,4)"};
-    EXPECT_EQ(drawn, m_effectLog.calls);
+    EXPECT_EQ((Effects{"HasPart(GlowPart,0,0)", "AddPart(GlowPart,1,0)", "PlayPart(-1)",
+                       "HasPart(SparkPart,0,0)", "FindPart(SparkPart)", "Draw(60,47,4)"}),
+              m_effectLog.calls);
 }
 
-// ---------------------------------------------------------------------------------------------
-// Names: repeated, unknown and forgotten
-
-TEST_F(CursorScene, TheSameNameAgainChangesNothingUntilTheNameIsForgotten)
+// The last name shown counts until it is forgotten: asked again, it changes nothing; unknown
+// names change nothing either.
+TEST_F(CursorScene, TheSameOrAnUnknownNameChangesNothingUntilTheNameIsForgotten)
 {
-    m_pCursors->SetCursorByName("Hand");
-    SetCursor(nullptr); // something else hid the cursor meanwhile
+    m_pCursors->SetCursorByName("Busy");
     m_effectLog.calls.clear();
-    m_pCursors->SetCursorByName("Hand");
-    EXPECT_EQ(nullptr, GetCursor());
+    for (const char* pszName : {"Busy", "NoSuchCursor", "", "Busy"})
+        m_pCursors->SetCursorByName(pszName);
+    EXPECT_EQ(1, m_pCursors->GetCursorType());
+    EXPECT_STREQ("Busy", m_pCursors->GetCursorAniName());
     EXPECT_TRUE(m_effectLog.calls.empty());
 
     m_pCursors->SetCursorByName(nullptr);
     EXPECT_FALSE(m_pCursors->HasCursorName());
-    EXPECT_EQ(0, m_pCursors->GetCursorType());
-    m_pCursors->SetCursorByName("Hand");
-    EXPECT_EQ("cursor/hand.cur", ShownFile());
-}
-
-TEST_F(CursorScene, AnUnknownNameKeepsTheCursorShown)
-{
     m_pCursors->SetCursorByName("Busy");
-    m_effectLog.calls.clear();
-    m_pCursors->SetCursorByName("NoSuchCursor");
-    m_pCursors->SetCursorByName("");
-    EXPECT_EQ(1, m_pCursors->GetCursorType());
-    EXPECT_STREQ("Busy", m_pCursors->GetCursorAniName());
-    EXPECT_TRUE(m_effectLog.calls.empty());
-    // The last shown name still counts as the current one.
-    m_pCursors->SetCursorByName("Busy");
-    EXPECT_TRUE(m_effectLog.calls.empty());
+    EXPECT_EQ(Effects{"StartEffect(null,0,0)"}, m_effectLog.calls);
 }
 
 // ---------------------------------------------------------------------------------------------
@@ -294,14 +246,20 @@ protected:
     CQzButton m_plain;
 };
 
-TEST_F(CursorWindowScene, SetCursorMessageShowsTheWindowsCursor)
+// WM_SETCURSOR shows the window's cursor; a button's ChangeCursor yields to the cursor its
+// record configures.
+TEST_F(CursorWindowScene, WindowsShowTheirCursorAndButtonsChangeItUnlessTheirRecordHasOne)
 {
     m_dialog.SendMessage(WM_SETCURSOR, 0, 0); // no name: the cursor stays alone
+    m_ownCursor.ChangeCursor("Busy");
+    m_plain.ChangeCursor(nullptr);
     EXPECT_FALSE(m_pCursors->HasCursorName());
-
-    m_dialog.SetCursorName("Busy");
-    m_dialog.SendMessage(WM_SETCURSOR, 0, 0);
+    m_plain.ChangeCursor("Busy");
     EXPECT_STREQ("Busy", m_pCursors->GetCursorAniName());
+
+    m_dialog.SetCursorName("Blank");
+    m_dialog.SendMessage(WM_SETCURSOR, 0, 0);
+    EXPECT_STREQ("Empty", m_pCursors->GetCursorAniName());
     m_ownCursor.SendMessage(WM_SETCURSOR, 0, 0); // "Cursor=Hand" of its record
     EXPECT_EQ("cursor/hand.cur", ShownFile());
 }
@@ -325,16 +283,6 @@ TEST_F(CursorWithoutNormalScene, EnteringADialogKeepsTheCursorWithoutANormalCurs
     m_pCursors->SetCursorByName("Busy");
     m_harness.MouseMove(200, 200);
     EXPECT_TRUE(m_pCursors->HasCursorName());
-}
-
-TEST_F(CursorWindowScene, AButtonChangesTheCursorUnlessItsRecordConfiguresOne)
-{
-    m_ownCursor.ChangeCursor("Busy");
-    EXPECT_FALSE(m_pCursors->HasCursorName());
-    m_plain.ChangeCursor(nullptr);
-    EXPECT_FALSE(m_pCursors->HasCursorName());
-    m_plain.ChangeCursor("Busy");
-    EXPECT_STREQ("Busy", m_pCursors->GetCursorAniName());
 }
 
 } // namespace

@@ -37,8 +37,7 @@ constexpr int kImeResultBytes = 255;
 constexpr DWORD kCaretBlinkMs = 300;
 constexpr DWORD kCaretColor = 0xFFFFFFFF;
 constexpr int kCaretWidth = 2;
-// Pixels between a line's cell and the next; the text sits this far below a line's top.
-constexpr int kLineGap = 4;
+// The text sits this far below a line's top.
 constexpr int kTextDrop = 2;
 // A click left of this size's character width lands before the line's first byte.
 constexpr int kClickFontSize = 12;

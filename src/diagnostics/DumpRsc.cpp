@@ -348,8 +348,9 @@ void CDumpRsc::ReportDamaged(const char* pszPath, const CQzPeResourceReader::Ent
 bool CDumpRsc::DumpDialog(CQzByteCursor cursor, DialogRscInfo& record)
 {
     const TemplateHeader header = ReadTemplateHeader(cursor);
-    Trace("style: %08X (%s)\n", header.dwStyle, GetStyleText(header.dwStyle, TRUE).c_str());
-    Trace("extended style: %08X\n", header.dwExStyle);
+    Trace("style: %08X (%s)\n", static_cast<unsigned>(header.dwStyle),
+          GetStyleText(header.dwStyle, TRUE).c_str());
+    Trace("extended style: %08X\n", static_cast<unsigned>(header.dwExStyle));
     Trace("controls: %u\n", static_cast<unsigned>(header.nItems));
     Trace("Coords: (%d,%d) - (%d,%d)\n", header.x, header.y, header.x + header.cx,
           header.y + header.cy);
@@ -403,8 +404,9 @@ bool CDumpRsc::DumpItem(CQzByteCursor& cursor, bool bExtended, DialogItemInfo& i
     const ItemHeader header = ReadItemHeader(cursor, bExtended);
     if (!(header.dwStyle & WS_VISIBLE))
         Trace("  *** Dialog item not visible ***\n");
-    Trace("  style: %X (%s)\n", header.dwStyle, GetStyleText(header.dwStyle, FALSE).c_str());
-    Trace("  dwExtendedStyle: %X\n", header.dwExStyle);
+    Trace("  style: %X (%s)\n", static_cast<unsigned>(header.dwStyle),
+          GetStyleText(header.dwStyle, FALSE).c_str());
+    Trace("  dwExtendedStyle: %X\n", static_cast<unsigned>(header.dwExStyle));
     Trace("  Coords: (%d,%d) - (%d,%d)\n", header.x, header.y, header.x + header.cx,
           header.y + header.cy);
     Trace("  id: %d\n", header.nId);

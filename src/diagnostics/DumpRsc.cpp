@@ -255,6 +255,10 @@ BOOL CDumpRsc::ReadModule(HMODULE hModule)
 {
     char szPath[MAX_PATH] = {};
     const DWORD nLength = GetModuleFileNameA(hModule, szPath, MAX_PATH);
+#ifdef _WIN32
+    if (nLength == 0)
+        return ReadDataFileView(hModule);
+#endif
     if (nLength == 0 || nLength >= MAX_PATH)
         return FALSE;
     HANDLE hFile = CreateFileA(szPath, GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
@@ -265,6 +269,23 @@ BOOL CDumpRsc::ReadModule(HMODULE hModule)
     CloseHandle(hFile);
     return bRead;
 }
+
+#ifdef _WIN32
+// Windows has no file name for a module that LoadLibraryEx mapped as a data file: its handle is
+// the address of the file's view with a low bit set (LOAD_LIBRARY_AS_DATAFILE), and the view is
+// the file as it lies on disk, which is what the reader reads.
+BOOL CDumpRsc::ReadDataFileView(HMODULE hModule)
+{
+    const ULONG_PTR nHandle = reinterpret_cast<ULONG_PTR>(hModule);
+    if ((nHandle & 3) != 1)
+        return FALSE;
+    const auto* pView = reinterpret_cast<const BYTE*>(nHandle & ~static_cast<ULONG_PTR>(3));
+    MEMORY_BASIC_INFORMATION info = {};
+    if (VirtualQuery(pView, &info, sizeof(info)) != sizeof(info) || info.BaseAddress != pView)
+        return FALSE;
+    return ReadImage(pView, info.RegionSize, "(data file module)");
+}
+#endif
 
 BOOL CDumpRsc::ReadMappedFile(HANDLE hFile, const char* pszPath)
 {

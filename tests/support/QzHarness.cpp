@@ -1,5 +1,6 @@
 #include "support/QzHarness.h"
 
+#include "platform/services/QzClock.h"
 #include "platform/system/host/QzHost.h"
 #include "platform/system/kernel/QzKernelHost.h"
 
@@ -70,7 +71,7 @@ void Harness::Advance(DWORD ms)
 
 DWORD Harness::Now() const
 {
-    return timeGetTime();
+    return QzPlatform::NowMs();
 }
 
 void Harness::PostMouse(UINT message, int x, int y, WPARAM keys)

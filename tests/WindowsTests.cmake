@@ -6,7 +6,9 @@
 # Found at ctest time, not at build time: the build needs no Wine.
 set(QZGUI_DISCOVERY_MODE DISCOVERY_MODE PRE_TEST)
 
-# The folders of unit/ built for Windows.
+# The folders of unit/ built for Windows. Not platform/system_edit, system_kernel and
+# system_windows: they test the hosted stand-ins of the EDIT class, KERNEL32 and USER32, which a
+# Windows build does not contain.
 set(QZGUI_WINDOWS_TEST_DIRS
   controls
   diagnostics
@@ -17,9 +19,6 @@ set(QZGUI_WINDOWS_TEST_DIRS
   layout
   platform_render
   platform_services
-  platform_system_edit
-  platform_system_kernel
-  platform_system_windows
   support
   textinput
   textinput_editex)
@@ -31,7 +30,16 @@ set(QZGUI_WINDOWS_TEST_EXCLUDED
   # Cursors come from files the test writes and tells apart by name (Host::DescribeCursor); the
   # system's LoadCursorFromFile needs real cursor images and does not say which file a cursor
   # came from.
-  unit/layout/QzCursorMgrTest.cpp)
+  unit/layout/QzCursorMgrTest.cpp
+  # Switches the ANSI code page to UTF-8, which a Windows process cannot, and runs the rscdump
+  # tool through a POSIX shell.
+  unit/diagnostics/DumpRscFixtureTest.cpp
+  # Loads damaged PE files as data modules: the Windows loader refuses them before the reader
+  # sees them (the hosted LoadLibraryEx takes any file). The reader is the same code on Linux.
+  unit/diagnostics/DumpRscHostileTest.cpp
+  # Input method results come from the hosted IMM (Host::InjectImeResult) and beeps are counted
+  # (Host::TakeBeeps); the real IMM32 composes with an input method, and MessageBeep sounds.
+  unit/textinput/editex/EditExInputTest.cpp)
 
 # qzgui_windows_test_sources(<name> <sources variable>): narrows the sources of a test program
 # to what the Windows build runs; empty when the folder is not built for Windows.

@@ -9,19 +9,21 @@
 set -euo pipefail
 prefix=$1
 shift
-export WINEPREFIX=$prefix WINEDEBUG=-all WINEDLLOVERRIDES='mscoree,mshtml=' LC_ALL=zh_CN.GBK
+# Every program of one prefix must reach the same wineserver, whose socket lies under TMPDIR:
+# one folder of the prefix's own, whatever TMPDIR the caller has.
+mkdir -p "$prefix/tmp"
+export WINEPREFIX=$prefix WINEDEBUG=-all WINEDLLOVERRIDES='mscoree,mshtml=' TMPDIR=$prefix/tmp
 unset DISPLAY WAYLAND_DISPLAY
-wine=$(command -v wine64 || command -v wine)
+wine=(env LC_ALL=zh_CN.GBK "$(command -v wine64 || command -v wine)")
 
 # One process makes the prefix; the others wait for it.
-mkdir -p "$prefix"
 (
   flock 9
   if [ ! -f "$prefix/.qzgui-ready" ]; then
-    "$wine" wineboot --init >/dev/null 2>&1
-    "$wine" reg add 'HKCU\Software\Wine\Drivers' /v Graphics /d null /f >/dev/null 2>&1
+    "${wine[@]}" wineboot --init >/dev/null 2>&1
+    "${wine[@]}" reg add 'HKCU\Software\Wine\Drivers' /v Graphics /d null /f >/dev/null 2>&1
     wineserver -w
     touch "$prefix/.qzgui-ready"
   fi
 ) 9>"$prefix.lock"
-exec "$wine" "$@"
+exec "${wine[@]}" "$@"

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cstdarg>
 #include <cstdio>
+#include <cstring>
 
 using QzGui::CQzByteCursor;
 using QzGui::CQzPeResourceReader;
@@ -273,7 +274,7 @@ BOOL CDumpRsc::ReadModule(HMODULE hModule)
 #ifdef _WIN32
 // Windows has no file name for a module that LoadLibraryEx mapped as a data file: its handle is
 // the address of the file's view with a low bit set (LOAD_LIBRARY_AS_DATAFILE), and the view is
-// the file as it lies on disk, which is what the reader reads.
+// the file as it lies on disk, which is what the reader reads. The file's name is the view's.
 BOOL CDumpRsc::ReadDataFileView(HMODULE hModule)
 {
     const ULONG_PTR nHandle = reinterpret_cast<ULONG_PTR>(hModule);
@@ -283,7 +284,10 @@ BOOL CDumpRsc::ReadDataFileView(HMODULE hModule)
     MEMORY_BASIC_INFORMATION info = {};
     if (VirtualQuery(pView, &info, sizeof(info)) != sizeof(info) || info.BaseAddress != pView)
         return FALSE;
-    return ReadImage(pView, info.RegionSize, "(data file module)");
+    char szPath[MAX_PATH] = {};
+    if (!GetMappedFileNameA(GetCurrentProcess(), const_cast<BYTE*>(pView), szPath, MAX_PATH))
+        std::strcpy(szPath, "(data file module)");
+    return ReadImage(pView, info.RegionSize, szPath);
 }
 #endif
 

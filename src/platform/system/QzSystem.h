@@ -12,6 +12,8 @@
 // <imm.h> needs the types of <windows.h>: keep the blank line, which stops include sorting.
 
 #include <imm.h>
+// GetMappedFileName: the file behind a module loaded as a data file.
+#include <psapi.h>
 // From <windowsx.h>, which would bring hundreds of other macros along.
 #ifndef GET_X_LPARAM
 #define GET_X_LPARAM(lp) ((int)(short)LOWORD(lp))

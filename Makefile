@@ -7,7 +7,8 @@ JOBS ?= $(shell nproc)
 LAUNCHER := $(if $(shell command -v ccache),-DCMAKE_CXX_COMPILER_LAUNCHER=ccache)
 DEMO_OUT ?= out/demo
 
-.PHONY: deps configure build demo test test-asan valgrind fuzz-smoke bench format clean
+.PHONY: deps configure build demo test test-asan valgrind fuzz-smoke bench format clean \
+	windows-configure windows test-windows
 
 deps:
 	@bash cmake/install-deps.sh
@@ -50,6 +51,22 @@ fuzz-smoke: deps
 	@cmake --build $(FUZZ_BUILD) -j $(JOBS) --target $(addprefix qzgui-fuzz-,$(basename $(notdir $(wildcard fuzz/*.cpp))))
 	@bash fuzz/run.sh $(FUZZ_BUILD) $(FUZZ_SECONDS) $(FUZZ_BUILD)/fuzz-smoke
 
+# The Windows build with the mingw-w64 cross compiler, in a folder of its own (docs/platform.md):
+# `make windows` builds QzGui.dll and its import library libQzGui.dll.a; `make test-windows`
+# builds the tests that run on the null and recording devices and runs them under Wine.
+WINDOWS_BUILD ?= build-windows
+windows-configure: deps
+	@cmake -S . -B $(WINDOWS_BUILD) -G Ninja -DCMAKE_TOOLCHAIN_FILE=cmake/mingw-w64-x86_64.cmake \
+		-DCMAKE_BUILD_TYPE=RelWithDebInfo -DQZGUI_BUILD_CAIRO=OFF -DQZGUI_BUILD_SDL=OFF \
+		-DQZGUI_BUILD_DEMO=OFF -DQZGUI_BUILD_TOOLS=OFF -DQZGUI_BUILD_BENCH=OFF $(LAUNCHER) >/dev/null
+
+windows: windows-configure
+	@cmake --build $(WINDOWS_BUILD) -j $(JOBS) --target QzGui
+
+test-windows: windows-configure
+	@cmake --build $(WINDOWS_BUILD) -j $(JOBS)
+	@cd $(WINDOWS_BUILD) && ctest --output-on-failure -j $(JOBS)
+
 bench: build
 	@for b in $(BUILD)/bench/qzgui-bench-*; do $$b; done
 
@@ -57,4 +74,4 @@ format:
 	@git ls-files '*.h' '*.cpp' | xargs clang-format -i
 
 clean:
-	@rm -rf $(BUILD) $(ASAN_BUILD) out
+	@rm -rf $(BUILD) $(ASAN_BUILD) $(WINDOWS_BUILD) out

@@ -4,7 +4,8 @@ set -euo pipefail
 packages=(cmake g++ ninja-build pkg-config make googletest libgtest-dev libgmock-dev
           libbenchmark-dev libcairo2-dev libpango1.0-dev libfontconfig-dev libsdl2-dev
           fonts-dejavu-core fonts-wqy-microhei clang-format mingw-w64
-          libimgui-dev xvfb xdotool dpkg-dev file valgrind clang libclang-rt-dev)
+          libimgui-dev xvfb xdotool dpkg-dev file valgrind clang libclang-rt-dev
+          g++-mingw-w64-x86-64 wine wine64)
 missing=()
 for p in "${packages[@]}"; do
   dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cstdarg>
 #include <cstdio>
+#include <cstring>
 
 using QzGui::CQzByteCursor;
 using QzGui::CQzPeResourceReader;
@@ -255,6 +256,10 @@ BOOL CDumpRsc::ReadModule(HMODULE hModule)
 {
     char szPath[MAX_PATH] = {};
     const DWORD nLength = GetModuleFileNameA(hModule, szPath, MAX_PATH);
+#ifdef _WIN32
+    if (nLength == 0)
+        return ReadDataFileView(hModule);
+#endif
     if (nLength == 0 || nLength >= MAX_PATH)
         return FALSE;
     HANDLE hFile = CreateFileA(szPath, GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
@@ -265,6 +270,26 @@ BOOL CDumpRsc::ReadModule(HMODULE hModule)
     CloseHandle(hFile);
     return bRead;
 }
+
+#ifdef _WIN32
+// Windows has no file name for a module that LoadLibraryEx mapped as a data file: its handle is
+// the address of the file's view with a low bit set (LOAD_LIBRARY_AS_DATAFILE), and the view is
+// the file as it lies on disk, which is what the reader reads. The file's name is the view's.
+BOOL CDumpRsc::ReadDataFileView(HMODULE hModule)
+{
+    const ULONG_PTR nHandle = reinterpret_cast<ULONG_PTR>(hModule);
+    if ((nHandle & 3) != 1)
+        return FALSE;
+    const auto* pView = reinterpret_cast<const BYTE*>(nHandle & ~static_cast<ULONG_PTR>(3));
+    MEMORY_BASIC_INFORMATION info = {};
+    if (VirtualQuery(pView, &info, sizeof(info)) != sizeof(info) || info.BaseAddress != pView)
+        return FALSE;
+    char szPath[MAX_PATH] = {};
+    if (!GetMappedFileNameA(GetCurrentProcess(), const_cast<BYTE*>(pView), szPath, MAX_PATH))
+        std::strcpy(szPath, "(data file module)");
+    return ReadImage(pView, info.RegionSize, szPath);
+}
+#endif
 
 BOOL CDumpRsc::ReadMappedFile(HANDLE hFile, const char* pszPath)
 {
@@ -348,8 +373,9 @@ void CDumpRsc::ReportDamaged(const char* pszPath, const CQzPeResourceReader::Ent
 bool CDumpRsc::DumpDialog(CQzByteCursor cursor, DialogRscInfo& record)
 {
     const TemplateHeader header = ReadTemplateHeader(cursor);
-    Trace("style: %08X (%s)\n", header.dwStyle, GetStyleText(header.dwStyle, TRUE).c_str());
-    Trace("extended style: %08X\n", header.dwExStyle);
+    Trace("style: %08X (%s)\n", static_cast<unsigned>(header.dwStyle),
+          GetStyleText(header.dwStyle, TRUE).c_str());
+    Trace("extended style: %08X\n", static_cast<unsigned>(header.dwExStyle));
     Trace("controls: %u\n", static_cast<unsigned>(header.nItems));
     Trace("Coords: (%d,%d) - (%d,%d)\n", header.x, header.y, header.x + header.cx,
           header.y + header.cy);
@@ -403,8 +429,9 @@ bool CDumpRsc::DumpItem(CQzByteCursor& cursor, bool bExtended, DialogItemInfo& i
     const ItemHeader header = ReadItemHeader(cursor, bExtended);
     if (!(header.dwStyle & WS_VISIBLE))
         Trace("  *** Dialog item not visible ***\n");
-    Trace("  style: %X (%s)\n", header.dwStyle, GetStyleText(header.dwStyle, FALSE).c_str());
-    Trace("  dwExtendedStyle: %X\n", header.dwExStyle);
+    Trace("  style: %X (%s)\n", static_cast<unsigned>(header.dwStyle),
+          GetStyleText(header.dwStyle, FALSE).c_str());
+    Trace("  dwExtendedStyle: %X\n", static_cast<unsigned>(header.dwExStyle));
     Trace("  Coords: (%d,%d) - (%d,%d)\n", header.x, header.y, header.x + header.cx,
           header.y + header.cy);
     Trace("  id: %d\n", header.nId);

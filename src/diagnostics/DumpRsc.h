@@ -61,6 +61,9 @@ public:
 
 private:
     BOOL ReadModule(HMODULE hModule);
+#ifdef _WIN32
+    BOOL ReadDataFileView(HMODULE hModule);
+#endif
     BOOL ReadMappedFile(HANDLE hFile, const char* pszPath);
     BOOL ReadImage(const BYTE* pImage, size_t nSize, const char* pszPath);
     bool ReadTemplate(const QzGui::CQzPeResourceReader::Entry& entry, DialogRscInfo& record);

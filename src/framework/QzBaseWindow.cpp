@@ -1,5 +1,7 @@
 #include "framework/QzBaseWindow.h"
 
+#include "platform/services/QzClock.h"
+
 #include "effects/Gui3DEffect.h"
 #include "framework/QzBackDrawer.h"
 #include "framework/QzGuiHelper.h"
@@ -750,7 +752,7 @@ LRESULT CQzBaseWindow::SendMessage(UINT message, WPARAM wParam, LPARAM lParam)
 DWORD CQzBaseWindow::SetTimer(DWORD nId, DWORD nElapse, const void* pData)
 {
     KillTimer(nId);
-    QzTimerEntry entry = {nId, nElapse, ::timeGetTime(), {}};
+    QzTimerEntry entry = {nId, nElapse, QzPlatform::NowMs(), {}};
     if (pData)
         std::memcpy(entry.data, pData, sizeof(entry.data));
     m_lstTimer.push_back(entry);
@@ -780,7 +782,7 @@ void CQzBaseWindow::ProcessTimers()
 {
     if (m_lstTimer.empty())
         return;
-    const DWORD dwNow = ::timeGetTime();
+    const DWORD dwNow = QzPlatform::NowMs();
     std::vector<DWORD> vecIds;
     for (const QzTimerEntry& entry : m_lstTimer)
         vecIds.push_back(entry.nId);

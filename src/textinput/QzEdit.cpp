@@ -1,5 +1,7 @@
 #include "textinput/QzEdit.h"
 
+#include "platform/services/QzClock.h"
+
 #include "framework/QzGuiMgr.h"
 #include "platform/render/DataSet.h"
 #include "platform/render/MyBitmap.h"
@@ -585,7 +587,7 @@ bool CQzEdit::IsCaretOn() const
 {
     if (!m_bAlwaysShowCaret && !IsFocused())
         return false;
-    return (timeGetTime() / kCaretPeriodMs) % 2 == 0;
+    return (QzPlatform::NowMs() / kCaretPeriodMs) % 2 == 0;
 }
 
 void CQzEdit::DrawCaret(int x, int y, int nHeight)
@@ -705,7 +707,8 @@ CQzEdit::VisibleRun CQzEdit::FindVisibleRun(int nStart, int nEnd, int nLength)
     {
         const POINT ptLast = g_pQzEditSingle->PosFromChar(static_cast<unsigned>(nLength - 1));
         const bool bPlaced = ptLast.x > 0 && ptLast.x != kNoPosition;
-        visible.nFirst = bPlaced ? std::max(0, nLength - 1 - ptLast.x / nCharWidth) : 0;
+        visible.nFirst =
+            bPlaced ? std::max(0, nLength - 1 - static_cast<int>(ptLast.x) / nCharWidth) : 0;
         visible.nCount = nLength - visible.nFirst;
     }
     visible.nFirst = std::clamp(visible.nFirst, 0, nLength);

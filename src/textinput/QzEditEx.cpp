@@ -1,5 +1,7 @@
 #include "textinput/QzEditEx.h"
 
+#include "platform/services/QzClock.h"
+
 #include "framework/QzGuiMgr.h"
 #include "layout/IQzGuiWndInfo.h"
 #include "platform/render/DataSet.h"
@@ -846,7 +848,7 @@ bool CQzEditEx::CopySel()
 void CQzEditEx::ShowText()
 {
     ClampSel();
-    if (IsFocused() && (::timeGetTime() / kCaretBlinkMs) % 2 == 0)
+    if (IsFocused() && (QzPlatform::NowMs() / kCaretBlinkMs) % 2 == 0)
         DrawCaret();
     if (m_strText.empty())
         return;

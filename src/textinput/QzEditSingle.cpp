@@ -333,7 +333,7 @@ LRESULT CQzEditSingle::OnChar(bool bMultiLine, HWND hWnd, WPARAM wParam, LPARAM 
     if (!m_pActiveEdit)
     {
         if (bMultiLine)
-            PostMessageA(m_hParentWnd, WM_COMMAND, kCommandOk, lParam);
+            ::PostMessageA(m_hParentWnd, WM_COMMAND, kCommandOk, lParam);
         return 1;
     }
     CQzEdit* pEdit = m_pActiveEdit;
@@ -719,7 +719,7 @@ int CQzEditSingle::GetFirstVisibleLine()
 
 BOOL CQzEditSingle::PostMessage(UINT message, WPARAM wParam, LPARAM lParam)
 {
-    return PostMessageA(m_hEditWnd, message, wParam, lParam);
+    return ::PostMessageA(m_hEditWnd, message, wParam, lParam);
 }
 
 } // namespace QzGui

@@ -4,7 +4,7 @@
 
 #include "platform/render/C3Types.h"
 #include "platform/render/IRenderDevice.h"
-#include "platform/system/QzWinTypes.h"
+#include "platform/system/QzSystem.h"
 
 #include <ostream>
 

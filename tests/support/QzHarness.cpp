@@ -1,5 +1,6 @@
 #include "support/QzHarness.h"
 
+#include "platform/services/QzClock.h"
 #include "platform/system/host/QzHost.h"
 #include "platform/system/kernel/QzKernelHost.h"
 
@@ -24,8 +25,10 @@ Harness::Harness(int width, int height)
     wc.lpfnWndProc = &Harness::WindowProc;
     wc.lpszClassName = kMainClass;
     RegisterClassW(&wc);
-    m_hWnd = CreateWindowExW(0, kMainClass, L"host", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, width,
-                             height, nullptr, nullptr, nullptr, nullptr);
+    // A popup window, as a full-screen game's: its client area is the whole window on Windows as
+    // in the hosted system, which has no frames.
+    m_hWnd = CreateWindowExW(0, kMainClass, L"host", WS_POPUP | WS_VISIBLE, 0, 0, width, height,
+                             nullptr, nullptr, nullptr, nullptr);
     SetWindowLongPtrW(m_hWnd, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
 }
 
@@ -70,14 +73,20 @@ void Harness::Advance(DWORD ms)
 
 DWORD Harness::Now() const
 {
-    return timeGetTime();
+    return QzPlatform::NowMs();
 }
 
 void Harness::PostMouse(UINT message, int x, int y, WPARAM keys)
 {
-    RECT rc = {};
-    GetWindowRect(m_hWnd, &rc);
-    QzPlatform::Host::SetCursorPos(rc.left + x, rc.top + y);
+    POINT pt = {x, y};
+    ClientToScreen(m_hWnd, &pt);
+    QzPlatform::Host::SetCursorPos(pt.x, pt.y);
+    // Windows reports the move of the cursor with a WM_MOUSEMOVE of its own; the test's message
+    // is the one that counts.
+    MSG moved;
+    while (PeekMessageW(&moved, nullptr, WM_MOUSEMOVE, WM_MOUSEMOVE, PM_REMOVE))
+    {
+    }
     PostMessageW(m_hWnd, message, keys, MAKELPARAM(x, y));
     Pump();
 }

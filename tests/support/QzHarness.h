@@ -39,7 +39,7 @@ public:
     // Moves the main window (its top-left is the client origin of the library's coordinates).
     void MoveMainWindow(int x, int y);
 
-    // The millisecond clock (timeGetTime).
+    // The millisecond clock the library reads (QzPlatform::NowMs).
     void SetTime(DWORD ms);
     void Advance(DWORD ms);
     DWORD Now() const;

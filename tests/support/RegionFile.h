@@ -3,7 +3,7 @@
 // rectangles. Everything is little-endian.
 #pragma once
 
-#include "platform/system/QzWinTypes.h"
+#include "platform/system/QzSystem.h"
 
 #include <cstdint>
 #include <string>

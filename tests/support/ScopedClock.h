@@ -2,7 +2,7 @@
 // controls; the destructor gives the clock back to the system clock.
 #pragma once
 
-#include "platform/system/QzWinTypes.h"
+#include "platform/system/QzSystem.h"
 
 namespace QzTest
 {

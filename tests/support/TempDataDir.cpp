@@ -12,17 +12,44 @@
 namespace QzTest
 {
 
+namespace
+{
+
+#ifdef _WIN32
+// The memory files are the hosted system's; a Windows build has the disk only, and
+// QZ_ON_DISK_AND_IN_MEMORY runs its suites on the disk there.
+void UseMemoryFiles(bool) {}
+void SetMemoryFile(const std::string&, const std::string&) {}
+bool GetMemoryFile(const std::string&, std::string*)
+{
+    return false;
+}
+bool RemoveMemoryFile(const std::string&)
+{
+    return false;
+}
+void MakeMemoryFolder(const std::string&) {}
+#else
+using QzPlatform::Host::GetMemoryFile;
+using QzPlatform::Host::MakeMemoryFolder;
+using QzPlatform::Host::RemoveMemoryFile;
+using QzPlatform::Host::SetMemoryFile;
+using QzPlatform::Host::UseMemoryFiles;
+#endif
+
+} // namespace
+
 TempDataDir::TempDataDir(Storage storage)
     : m_storage(storage), m_previous(std::filesystem::current_path())
 {
     std::filesystem::current_path(m_folder.Path());
-    QzPlatform::Host::UseMemoryFiles(storage == Storage::Memory);
+    UseMemoryFiles(storage == Storage::Memory);
     ForgetCaches();
 }
 
 TempDataDir::~TempDataDir()
 {
-    QzPlatform::Host::UseMemoryFiles(false);
+    UseMemoryFiles(false);
     ForgetCaches();
     std::error_code ignored;
     std::filesystem::current_path(m_previous, ignored);
@@ -37,7 +64,7 @@ void TempDataDir::ForgetCaches()
 void TempDataDir::Write(const std::string& relative, const std::string& bytes) const
 {
     if (m_storage == Storage::Memory)
-        return QzPlatform::Host::SetMemoryFile(relative, bytes);
+        return SetMemoryFile(relative, bytes);
     const std::filesystem::path path = Path() / relative;
     std::filesystem::create_directories(path.parent_path());
     std::ofstream(path, std::ios::binary | std::ios::trunc) << bytes;
@@ -47,7 +74,7 @@ std::string TempDataDir::Read(const std::string& relative) const
 {
     std::string bytes;
     if (m_storage == Storage::Memory)
-        return QzPlatform::Host::GetMemoryFile(relative, &bytes) ? bytes : std::string();
+        return GetMemoryFile(relative, &bytes) ? bytes : std::string();
     std::ifstream file(Path() / relative, std::ios::binary);
     return std::string(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
 }
@@ -56,7 +83,7 @@ bool TempDataDir::Exists(const std::string& relative) const
 {
     std::string bytes;
     if (m_storage == Storage::Memory)
-        return QzPlatform::Host::GetMemoryFile(relative, &bytes);
+        return GetMemoryFile(relative, &bytes);
     std::error_code ignored;
     return std::filesystem::exists(Path() / relative, ignored);
 }
@@ -64,7 +91,7 @@ bool TempDataDir::Exists(const std::string& relative) const
 void TempDataDir::Remove(const std::string& relative) const
 {
     if (m_storage == Storage::Memory)
-        EXPECT_TRUE(QzPlatform::Host::RemoveMemoryFile(relative)) << relative;
+        EXPECT_TRUE(RemoveMemoryFile(relative)) << relative;
     else
         EXPECT_TRUE(std::filesystem::remove(Path() / relative)) << relative;
 }
@@ -72,7 +99,7 @@ void TempDataDir::Remove(const std::string& relative) const
 void TempDataDir::MakeFolder(const std::string& relative) const
 {
     if (m_storage == Storage::Memory)
-        return QzPlatform::Host::MakeMemoryFolder(relative);
+        return MakeMemoryFolder(relative);
     std::error_code error;
     EXPECT_TRUE(std::filesystem::create_directory(Path() / relative, error))
         << "cannot make the folder " << relative << ": " << error.message();

@@ -1,5 +1,7 @@
 #include "platform/render/EmotionTextLayout.h"
 
+#include "platform/services/QzClock.h"
+
 #include <algorithm>
 
 namespace QzPlatform
@@ -98,7 +100,7 @@ void CEmotionTextLayout::AddIcon(Line& line, IDataAni* pIcon)
     Piece piece;
     piece.pIcon = pIcon;
     const int count = pIcon->GetFrameCount();
-    piece.frame = count > 1 ? static_cast<int>((timeGetTime() / kIconFrameMs) % count) : 0;
+    piece.frame = count > 1 ? static_cast<int>((QzPlatform::NowMs() / kIconFrameMs) % count) : 0;
     IDataFrame* pFrame = pIcon->GetFrame(piece.frame);
     piece.x = line.width;
     piece.width = pFrame ? pFrame->GetFrameWidth() : 0;

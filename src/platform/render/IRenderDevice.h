@@ -6,6 +6,13 @@
 #include <cstdint>
 #include <string>
 
+#ifdef _WIN32
+// <windows.h> makes DrawText a macro (DrawTextA, or DrawTextW for a host built with UNICODE):
+// every file that sees this class must see the same name, so on Windows it always comes after
+// <windows.h>.
+#include "platform/system/QzSystem.h"
+#endif
+
 namespace QzPlatform
 {
 

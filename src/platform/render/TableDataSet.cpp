@@ -1,5 +1,7 @@
 #include "platform/render/TableDataSet.h"
 
+#include "platform/services/QzClock.h"
+
 #include "platform/services/QzStringTable.h"
 
 #include <algorithm>
@@ -107,7 +109,7 @@ CTableDataSet::CachedAni* CTableDataSet::Touch(const char* file, const char* sec
 {
     if (!file || !section)
         return nullptr;
-    const DWORD now = timeGetTime();
+    const DWORD now = QzPlatform::NowMs();
     CachedAni* pCached = Recall(file, section);
     if (!pCached)
     {

@@ -1,4 +1,5 @@
-// The base library's millisecond clock: the system's timeGetTime, which a host or test may set.
+// The base library's millisecond clock: the system's timeGetTime, which a host or test may set
+// (QzHost.h). The library reads the time through it only.
 #pragma once
 
 #include "platform/system/QzSystem.h"

@@ -1,5 +1,7 @@
 #include "platform/services/QzEffectObject.h"
 
+#include "platform/services/QzClock.h"
+
 #include "platform/render/DataSet.h"
 #include "platform/services/QzAniStore.h"
 #include "platform/services/QzText.h"
@@ -97,7 +99,7 @@ private:
 void CQzEffectObject::Start(Part& part)
 {
     part.bPlaying = true;
-    part.dwStart = timeGetTime();
+    part.dwStart = QzPlatform::NowMs();
 }
 
 void CQzEffectObject::StartEffect(const char* pszName, int nFlag, int)
@@ -188,7 +190,7 @@ void CQzEffectObject::DrawPart(const Part& part, int x, int y)
     IDataAni* pAni = FindSection(part.strName.c_str());
     if (pAni == nullptr || pAni->GetFrameCount() <= 0)
         return;
-    const DWORD dwElapsed = timeGetTime() - part.dwStart;
+    const DWORD dwElapsed = QzPlatform::NowMs() - part.dwStart;
     const int nFrame = static_cast<int>((dwElapsed / kFrameMs) % pAni->GetFrameCount());
     C3_SIZE size = {0, 0};
     if (!pAni->GetAniSize(size, nFrame))

@@ -1,8 +1,10 @@
 #include "platform/services/QzFile.h"
 
+#include "platform/system/kernel/QzPathResolve.h"
+#ifndef _WIN32
 #include "platform/system/files/QzMemoryFiles.h"
 #include "platform/system/files/QzMemoryStream.h"
-#include "platform/system/kernel/QzPathResolve.h"
+#endif
 
 #include <cstdarg>
 #include <cstdio>
@@ -21,6 +23,37 @@ FILE* AsFile(void* file)
     return static_cast<FILE*>(file);
 }
 
+// The memory files in place of the disk belong to the hosted system; Windows reads the disk.
+#ifdef _WIN32
+bool InMemory()
+{
+    return false;
+}
+
+FILE* OpenMemoryStream(const std::string&, const char*)
+{
+    return nullptr;
+}
+
+bool FindMemoryFile(const std::string&, std::string*)
+{
+    return false;
+}
+#else
+bool InMemory()
+{
+    return CQzMemoryFiles::Instance().IsOn();
+}
+
+bool FindMemoryFile(const std::string& path, std::string* bytes)
+{
+    const CQzMemoryFiles::File* file = CQzMemoryFiles::Instance().Find(path);
+    if (file && bytes)
+        *bytes = *file->bytes;
+    return file != nullptr;
+}
+#endif
+
 } // namespace
 
 CQzFileService::~CQzFileService()
@@ -34,8 +67,7 @@ QzFileHandle CQzFileService::Open(const char* path, const char* mode)
     if (!path || !mode || path[0] == 0)
         return nullptr;
     const std::string resolved = ResolvePath(path);
-    FILE* file = CQzMemoryFiles::Instance().IsOn() ? OpenMemoryStream(resolved, mode)
-                                                   : std::fopen(resolved.c_str(), mode);
+    FILE* file = InMemory() ? OpenMemoryStream(resolved, mode) : std::fopen(resolved.c_str(), mode);
     if (!file)
         return nullptr;
     // Numbers are never handed out twice, so a stale handle cannot reach a newer file.
@@ -118,14 +150,8 @@ CQzFileService& GetFileService()
 bool ReadWholeFile(const std::string& path, std::string* bytes)
 {
     const std::string resolved = ResolvePath(path);
-    const CQzMemoryFiles& memory = CQzMemoryFiles::Instance();
-    if (memory.IsOn())
-    {
-        const CQzMemoryFiles::File* file = memory.Find(resolved);
-        if (file)
-            *bytes = *file->bytes;
-        return file != nullptr;
-    }
+    if (InMemory())
+        return FindMemoryFile(resolved, bytes);
     std::ifstream file(resolved, std::ios::binary);
     if (!file)
         return false;
@@ -136,9 +162,8 @@ bool ReadWholeFile(const std::string& path, std::string* bytes)
 bool IsFile(const std::string& path)
 {
     const std::string resolved = ResolvePath(path);
-    const CQzMemoryFiles& memory = CQzMemoryFiles::Instance();
-    if (memory.IsOn())
-        return memory.Find(resolved) != nullptr;
+    if (InMemory())
+        return FindMemoryFile(resolved, nullptr);
     struct stat info;
     return stat(resolved.c_str(), &info) == 0 && S_ISREG(info.st_mode);
 }

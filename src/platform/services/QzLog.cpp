@@ -236,7 +236,7 @@ std::string FormatLogRecordJson(const LogRecord& record)
     return out;
 }
 
-CFileLogSink::CFileLogSink(const std::string& path) : m_pFile(std::fopen(path.c_str(), "a")) {}
+CFileLogSink::CFileLogSink(const std::string& path) : m_pFile(std::fopen(path.c_str(), "ab")) {}
 
 CFileLogSink::~CFileLogSink()
 {

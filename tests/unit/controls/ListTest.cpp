@@ -482,7 +482,7 @@ TEST_F(ListScene, StyleTwoDrawsBlinkingRowsRedForHalfASecondAfterTheirStamp)
         m_pList->SetItemBlink(0, bBlink);
         m_pList->SetItemTime(0, dwStamp);
         char sz[48];
-        std::snprintf(sz, sizeof(sz), "text 114,110 'row' %08X", dwColor);
+        std::snprintf(sz, sizeof(sz), "text 114,110 'row' %08X", static_cast<unsigned>(dwColor));
         EXPECT_EQ(Lines{sz}, Draws()) << bBlink << " " << dwNow - dwStamp;
     }
 }

@@ -65,7 +65,7 @@ protected:
             if (record.message != "damaged dialog template")
                 continue;
             EXPECT_EQ("hostile.dll",
-                      record.Get("module").substr(record.Get("module").rfind('/') + 1));
+                      record.Get("module").substr(record.Get("module").find_last_of("/\\") + 1));
             result.damaged.push_back(record.Get("dialog"));
         }
         FreeLibrary(hModule);

@@ -70,6 +70,10 @@ TEST_F(EditBoxTest, PastingDoubleByteTextIntoABoxWithoutImeEmptiesTheClipboard)
 
 TEST_F(EditBoxTest, UndoAfterAPasteTakesThePasteBackAndASecondUndoRedoesIt)
 {
+#ifdef _WIN32
+    GTEST_SKIP() << "Wine's EDIT control undoes a paste at the start together with the typing "
+                    "before it (docs/platform.md)";
+#endif
     CQzEdit* pEdit = AddEdit(1, {10, 10, 250, 30});
     pEdit->SetFocus();
     Type(L"hi");
@@ -231,6 +235,10 @@ TEST_F(EditDrawTest, APasswordShowsOneAsteriskPerStoredByteFocusedOrNot)
 
 TEST_F(EditDrawTest, TypingPastTheRightEdgeKeepsTheCaretInsideAndMovesTheFirstCharacter)
 {
+#ifdef _WIN32
+    GTEST_SKIP() << "the system's EDIT control scrolls by its font's glyph widths, not the hosted "
+                    "fixed cell this test counts in";
+#endif
     CQzEdit* pEdit = AddEdit(1, {10, 10, 150, 30}); // 20 characters wide
     pEdit->SetFocus();
     const std::wstring typed = L"abcdefghijklmnopqrstuvwxyz0123";

@@ -3,10 +3,13 @@
 // beeps asked for, and a reset between tests. The ANSI code page is set through
 // QzCodePageHost.h. Keyboard and mouse messages are not made here: a host posts them to
 // GetFocus() or its window as Windows would deliver them.
+//
+// On Windows the system is the real one and only the clock, the key state, the cursor position
+// and the reset are kept (platform/system/win32): the clock is the one the library reads through
+// QzPlatform::NowMs, and the key state is the thread's (GetKeyState, not GetAsyncKeyState).
 #pragma once
 
-#include "platform/system/QzWinTypes.h"
-#include "platform/system/QzWinUser.h"
+#include "platform/system/QzSystem.h"
 
 #include <string>
 #include <vector>
@@ -26,6 +29,16 @@ void SetKeyState(int vk, bool down);
 void SetKeyState(int vk, bool down, bool toggled);
 
 void SetCursorPos(int x, int y);
+
+// Destroys every window as DestroyWindow does (their procedures see WM_DESTROY and
+// WM_NCDESTROY), then empties the posted-message queue and forgets the key state and gives the
+// clock back to the system clock. Hosted, it also forgets the focus, the application's window
+// classes, the input contexts, the cursors, the cursor position and the beeps (built-in classes
+// stay) and no handle given out before stays valid; on Windows it destroys the windows of the
+// calling thread.
+void ResetForTesting();
+
+#ifndef _WIN32
 
 // The user composes with the input method in the focus window. Both fail (FALSE, no message)
 // when no window has the focus, when it has no input context or when that context is closed.
@@ -61,11 +74,6 @@ void MakeMemoryFolder(const std::string& path);
 // A memory file's bytes; false when there is no such file.
 bool GetMemoryFile(const std::string& path, std::string* bytes);
 
-// Destroys every window as DestroyWindow does (their procedures see WM_DESTROY and
-// WM_NCDESTROY), then empties the posted-message queue and forgets the focus, the application's
-// window classes, the input contexts, the cursors, the key state, the cursor position and the
-// beeps, and gives the clock back to the system clock. Built-in classes stay. No handle given
-// out before stays valid.
-void ResetForTesting();
+#endif
 
 } // namespace QzPlatform::Host

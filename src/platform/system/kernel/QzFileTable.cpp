@@ -394,5 +394,9 @@ BOOL UnmapViewOfFile(LPCVOID lpBaseAddress)
 
 BOOL CloseHandle(HANDLE hObject)
 {
+    // INVALID_HANDLE_VALUE is also the current process's pseudo handle, which Windows "closes"
+    // with success.
+    if (hObject == INVALID_HANDLE_VALUE)
+        return TRUE;
     return CQzFileTable::Instance().Close(hObject) ? TRUE : FALSE;
 }

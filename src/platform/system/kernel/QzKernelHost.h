@@ -2,7 +2,7 @@
 // know about a font, the rectangles of a region, and a reset of all kernel state for tests.
 #pragma once
 
-#include "platform/system/QzWinTypes.h"
+#include "platform/system/QzSystem.h"
 
 #include <string>
 #include <vector>
@@ -29,12 +29,15 @@ bool GetFontDescription(HFONT font, FontDescription* description);
 // The rectangles the region is made of (they may overlap); empty for a bad handle.
 std::vector<RECT> GetRegionRects(HRGN region);
 
-// How many times a profile file was read and parsed since the last reset (a cache check).
-int GetProfileParseCountForTesting();
-
 // Frees every global memory block, font and region, empties and closes the clipboard, forgets
 // the cached profile files, the open files, mappings and data modules, sets the ANSI code page
-// back to 936 and the last error to 0.
+// back to 936 and the last error to 0. On Windows it empties the clipboard and sets the last
+// error to 0: the rest is the system's.
 void ResetKernelForTesting();
+
+#ifndef _WIN32
+// How many times a profile file was read and parsed since the last reset (a cache check).
+int GetProfileParseCountForTesting();
+#endif
 
 } // namespace QzPlatform

@@ -14,10 +14,10 @@ TEST_F(BaseWindowGeometry, MoveSendsSizeThenMoveAndOnlyWhatChanged)
     window.MoveWindow(nullptr, 10, 20, 30, 40, TRUE);
     window.MoveWindow(nullptr, 11, 20, 30, 40, TRUE);
     window.MoveWindow(nullptr, 11, 20, 30, 41, TRUE);
-    std::vector<std::vector<long>> sent;
+    std::vector<std::vector<LPARAM>> sent;
     for (const Seen& s : window.seen)
-        sent.push_back({static_cast<long>(s.message), static_cast<long>(s.wParam), s.lParam});
-    const std::vector<std::vector<long>> expected = {
+        sent.push_back({static_cast<LPARAM>(s.message), static_cast<LPARAM>(s.wParam), s.lParam});
+    const std::vector<std::vector<LPARAM>> expected = {
         {WM_SIZE, 30, 40}, {WM_MOVE, 10, 20}, {WM_MOVE, 11, 20}, {WM_SIZE, 30, 41}};
     EXPECT_EQ(expected, sent);
 }

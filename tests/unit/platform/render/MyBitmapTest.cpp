@@ -91,6 +91,9 @@ TEST(MyBitmapTest, LeadBytesAreFoundByWalkingFromTheStart)
     EXPECT_FALSE(CMyBitmap::IsDBCSLeadByte(text, 100));
     EXPECT_FALSE(CMyBitmap::IsDBCSLeadByte(nullptr, 0));
 
+#ifdef _WIN32
+    GTEST_SKIP() << "a Windows process cannot switch its ANSI code page to UTF-8";
+#endif
     ASSERT_TRUE(QzPlatform::SetAnsiCodePage(65001));
     EXPECT_FALSE(CMyBitmap::IsDBCSLeadByte("\xE4\xBD\xA0", 0));
     QzPlatform::SetAnsiCodePage(936);

@@ -1,0 +1,29 @@
+#!/usr/bin/env bash
+# Runs a Windows program of the build under Wine, headless: CTest's and GoogleTest discovery's
+# emulator for the mingw-w64 build (tests/CMakeLists.txt).
+#   wine-run.sh PREFIX PROGRAM [ARG...]
+# PREFIX is the Wine prefix, kept in the build folder so that nothing lands in $HOME; it is made
+# on first use, with the null display driver (windows exist without an X server) and the
+# Simplified Chinese system locale, whose ANSI code page is 936, the game's. Wine takes the
+# locale from LC_ALL; it need not be installed on the machine.
+set -euo pipefail
+prefix=$1
+shift
+# Every program of one prefix must reach the same wineserver, whose socket lies under TMPDIR:
+# one folder of the prefix's own, whatever TMPDIR the caller has.
+mkdir -p "$prefix/tmp"
+export WINEPREFIX=$prefix WINEDEBUG=-all WINEDLLOVERRIDES='mscoree,mshtml=' TMPDIR=$prefix/tmp
+unset DISPLAY WAYLAND_DISPLAY
+wine=(env LC_ALL=zh_CN.GBK "$(command -v wine64 || command -v wine)")
+
+# One process makes the prefix; the others wait for it.
+(
+  flock 9
+  if [ ! -f "$prefix/.qzgui-ready" ]; then
+    "${wine[@]}" wineboot --init >/dev/null 2>&1
+    "${wine[@]}" reg add 'HKCU\Software\Wine\Drivers' /v Graphics /d null /f >/dev/null 2>&1
+    wineserver -w
+    touch "$prefix/.qzgui-ready"
+  fi
+) 9>"$prefix.lock"
+exec "${wine[@]}" "$@"

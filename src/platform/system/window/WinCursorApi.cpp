@@ -15,11 +15,6 @@ QzPlatform::CCursorTable& Cursors()
     return CHostedSystem::Instance().Cursors();
 }
 
-bool IsReadableFile(const std::string& path)
-{
-    return QzPlatform::IsFile(path);
-}
-
 } // namespace
 
 HCURSOR LoadCursorA(HINSTANCE hInstance, LPCSTR lpCursorName)
@@ -40,7 +35,7 @@ HCURSOR LoadCursorFromFileA(LPCSTR lpFileName)
         return nullptr;
     }
     const std::string path = QzPlatform::ResolvePath(lpFileName);
-    if (!IsReadableFile(path))
+    if (!QzPlatform::IsFile(path))
     {
         SetLastError(ERROR_FILE_NOT_FOUND);
         return nullptr;

@@ -33,15 +33,20 @@ void CutSpan(float& from, float& to, float& uFrom, float& uTo, float low, float 
 
 } // namespace
 
-void CDrawListBuilder::Begin(int width, int height, const DrawAtlas& fillPage)
+void DrawBuffer::Reset(const DrawAtlas& fillPage)
 {
-    m_list.Clear();
-    m_vecCommandVertex.clear();
+    vertices.clear();
+    commands.clear();
+    page = &fillPage;
+    solidOnly = true;
+    sealed = false;
+}
+
+void CDrawListBuilder::Begin(int width, int height)
+{
     m_vecClips.clear();
     m_screen = RectI{0, 0, width, height};
     SetClip(m_screen);
-    m_pPage = &fillPage;
-    m_bSolidOnly = true;
 }
 
 void CDrawListBuilder::PushClip(const RectI& clip)
@@ -75,56 +80,43 @@ void CDrawListBuilder::SetClip(const RectI& clip)
 
 inline bool CDrawListBuilder::CanExtend(const DrawAtlas& page) const
 {
-    return !m_list.commands.empty() && m_list.commands.back().atlas == page.id &&
-           SameRect(m_list.commands.back().clip, m_clip);
+    const DrawBuffer& target = *m_pTarget;
+    return !target.sealed && !target.commands.empty() && target.commands.back().atlas == page.id &&
+           SameRect(target.commands.back().clip, m_clip);
 }
 
 inline void CDrawListBuilder::BindPage(const DrawAtlas& page)
 {
+    DrawBuffer& target = *m_pTarget;
     if (!CanExtend(page))
     {
-        if (m_bSolidOnly && !m_list.commands.empty() &&
-            SameRect(m_list.commands.back().clip, m_clip))
+        if (target.solidOnly && !target.sealed && !target.commands.empty() &&
+            SameRect(target.commands.back().clip, m_clip))
             Retarget(page);
         else
             OpenCommand(page);
     }
-    m_bSolidOnly = false;
-}
-
-inline void CDrawListBuilder::PushIndices(uint32_t base)
-{
-    std::vector<uint32_t>& indices = m_list.indices;
-    indices.push_back(base);
-    indices.push_back(base + 1);
-    indices.push_back(base + 2);
-    indices.push_back(base);
-    indices.push_back(base + 2);
-    indices.push_back(base + 3);
-    m_list.commands.back().indexCount += 6;
+    target.solidOnly = false;
 }
 
 inline void CDrawListBuilder::PushQuad(float x0, float y0, float x1, float y1, float u0, float v0,
                                        float u1, float v1, uint32_t argb)
 {
-    const uint32_t base = static_cast<uint32_t>(m_list.vertices.size());
-    m_list.vertices.push_back(DrawVertex{x0, y0, u0, v0, argb});
-    m_list.vertices.push_back(DrawVertex{x1, y0, u1, v0, argb});
-    m_list.vertices.push_back(DrawVertex{x1, y1, u1, v1, argb});
-    m_list.vertices.push_back(DrawVertex{x0, y1, u0, v1, argb});
-    PushIndices(base);
+    std::vector<DrawVertex>& vertices = m_pTarget->vertices;
+    vertices.push_back(DrawVertex{x0, y0, u0, v0, argb});
+    vertices.push_back(DrawVertex{x1, y0, u1, v0, argb});
+    vertices.push_back(DrawVertex{x1, y1, u1, v1, argb});
+    vertices.push_back(DrawVertex{x0, y1, u0, v1, argb});
+    m_pTarget->commands.back().indexCount += 6;
 }
 
 // Room for that many more quads, growing the storage by doubling so that a frame of many small
 // calls does not reallocate at each.
 inline void CDrawListBuilder::Reserve(size_t quads)
 {
-    std::vector<DrawVertex>& vertices = m_list.vertices;
+    std::vector<DrawVertex>& vertices = m_pTarget->vertices;
     if (vertices.capacity() - vertices.size() < quads * 4)
         vertices.reserve(std::max(vertices.capacity() * 2, vertices.size() + quads * 4));
-    std::vector<uint32_t>& indices = m_list.indices;
-    if (indices.capacity() - indices.size() < quads * 6)
-        indices.reserve(std::max(indices.capacity() * 2, indices.size() + quads * 6));
 }
 
 inline void CDrawListBuilder::UsePageScale(const DrawAtlas& page)
@@ -147,8 +139,10 @@ void CDrawListBuilder::AddRect(int x1, int y1, int x2, int y2, uint32_t argb)
     if (x2 <= x1 || y2 <= y1)
         return;
     BindSolid();
-    const float u = CDrawAtlasPages::kWhiteCentre / static_cast<float>(m_pPage->width);
-    const float v = CDrawAtlasPages::kWhiteCentre / static_cast<float>(m_pPage->height);
+    const DrawAtlas& page = *m_pTarget->page;
+    const float u = CDrawAtlasPages::kWhiteCentre / static_cast<float>(page.width);
+    const float v = CDrawAtlasPages::kWhiteCentre / static_cast<float>(page.height);
+    Reserve(1);
     PushQuad(float(x1), float(y1), float(x2), float(y2), u, v, u, v, argb);
 }
 
@@ -205,62 +199,67 @@ void CDrawListBuilder::AddPolygon(const float (&corners)[8], uint32_t argb)
     if (m_clip.right == m_clip.left || m_clip.bottom == m_clip.top)
         return;
     BindSolid();
-    const float u = CDrawAtlasPages::kWhiteCentre / static_cast<float>(m_pPage->width);
-    const float v = CDrawAtlasPages::kWhiteCentre / static_cast<float>(m_pPage->height);
-    const uint32_t base = static_cast<uint32_t>(m_list.vertices.size());
+    const DrawAtlas& page = *m_pTarget->page;
+    const float u = CDrawAtlasPages::kWhiteCentre / static_cast<float>(page.width);
+    const float v = CDrawAtlasPages::kWhiteCentre / static_cast<float>(page.height);
+    std::vector<DrawVertex>& vertices = m_pTarget->vertices;
     for (int corner = 0; corner < 4; ++corner)
-        m_list.vertices.push_back(
-            DrawVertex{corners[corner * 2], corners[corner * 2 + 1], u, v, argb});
-    PushIndices(base);
+        vertices.push_back(DrawVertex{corners[corner * 2], corners[corner * 2 + 1], u, v, argb});
+    m_pTarget->commands.back().indexCount += 6;
 }
 
-void CDrawListBuilder::OnPageGrown(const DrawAtlas& page, int oldWidth, int oldHeight)
+void CDrawListBuilder::OnPageGrown(const DrawAtlas& page, int oldWidth, int oldHeight,
+                                   std::vector<DrawVertex>& vertices, size_t firstQuad,
+                                   const std::vector<DrawCommand>& commands)
 {
     const float scaleU = static_cast<float>(oldWidth) / static_cast<float>(page.width);
     const float scaleV = static_cast<float>(oldHeight) / static_cast<float>(page.height);
-    for (size_t command = 0; command < m_list.commands.size(); ++command)
+    for (const DrawCommand& command : commands)
     {
-        if (m_list.commands[command].atlas != page.id)
+        if (command.atlas != page.id)
             continue;
-        const size_t end = command + 1 < m_vecCommandVertex.size() ? m_vecCommandVertex[command + 1]
-                                                                   : m_list.vertices.size();
-        for (size_t vertex = m_vecCommandVertex[command]; vertex < end; ++vertex)
+        const size_t begin = (firstQuad + command.indexOffset / 6) * 4;
+        const size_t end = std::min(vertices.size(), begin + command.indexCount / 6 * 4);
+        for (size_t vertex = begin; vertex < end; ++vertex)
         {
-            m_list.vertices[vertex].u *= scaleU;
-            m_list.vertices[vertex].v *= scaleV;
+            vertices[vertex].u *= scaleU;
+            vertices[vertex].v *= scaleV;
         }
     }
 }
 
 void CDrawListBuilder::BindSolid()
 {
-    if (m_list.commands.empty() || !SameRect(m_list.commands.back().clip, m_clip))
-        OpenCommand(*m_pPage);
+    DrawBuffer& target = *m_pTarget;
+    if (target.sealed || target.commands.empty() || !SameRect(target.commands.back().clip, m_clip))
+        OpenCommand(*target.page);
 }
 
 void CDrawListBuilder::OpenCommand(const DrawAtlas& page)
 {
-    const uint32_t indexOffset = static_cast<uint32_t>(m_list.indices.size());
-    const uint32_t vertexOffset = static_cast<uint32_t>(m_list.vertices.size());
-    m_list.commands.push_back(DrawCommand{page.id, m_clip, indexOffset, 0});
-    m_vecCommandVertex.push_back(vertexOffset);
-    m_pPage = &page;
-    m_bSolidOnly = true;
+    DrawBuffer& target = *m_pTarget;
+    const uint32_t indexOffset = static_cast<uint32_t>(target.GetQuadCount() * 6);
+    target.commands.push_back(DrawCommand{page.id, m_clip, indexOffset, 0});
+    target.page = &page;
+    target.solidOnly = true;
+    target.sealed = false;
 }
 
 // The open command holds only solid quads: it moves to the page, its quads to the page's white
 // block.
 void CDrawListBuilder::Retarget(const DrawAtlas& page)
 {
+    DrawBuffer& target = *m_pTarget;
     const float u = CDrawAtlasPages::kWhiteCentre / static_cast<float>(page.width);
     const float v = CDrawAtlasPages::kWhiteCentre / static_cast<float>(page.height);
-    for (size_t vertex = m_vecCommandVertex.back(); vertex < m_list.vertices.size(); ++vertex)
+    DrawCommand& command = target.commands.back();
+    for (size_t vertex = command.indexOffset / 6 * 4; vertex < target.vertices.size(); ++vertex)
     {
-        m_list.vertices[vertex].u = u;
-        m_list.vertices[vertex].v = v;
+        target.vertices[vertex].u = u;
+        target.vertices[vertex].v = v;
     }
-    m_list.commands.back().atlas = page.id;
-    m_pPage = &page;
+    command.atlas = page.id;
+    target.page = &page;
 }
 
 } // namespace QzPlatform

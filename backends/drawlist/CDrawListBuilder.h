@@ -1,9 +1,13 @@
-// Writes one frame's draw list: quads of four vertices and six indices, gathered into commands
-// by atlas and clip rectangle. A command opens only for a quad that is written, so none is ever
-// empty; a quad goes on the open command when that has the same atlas and clip; solid quads sample
-// the white block of whatever atlas the open command uses, so fills never break a run. Axis-aligned
-// quads are cut to the clip rectangle (texture coordinates cut with them), so a quad outside it
-// adds nothing and huge coordinates never reach the list.
+// Writes quads of four vertices into a buffer and gathers them into commands by atlas and clip
+// rectangle. A command opens only for a quad that is written, so none is ever empty; a quad goes
+// on the open command when that has the same atlas and clip; solid quads sample the white block
+// of whatever atlas the open command uses, so fills never break a run. Axis-aligned quads are
+// cut to the clip rectangle (texture coordinates cut with them), so a quad outside it adds
+// nothing and huge coordinates never reach the list.
+//
+// Quad q of a buffer is its vertices 4q..4q+3 and its indices 6q..6q+5 (two triangles, the same
+// pattern for every quad), so a buffer holds no indices: a command's indexOffset is six times
+// its first quad in the buffer and its indexCount six times its quads.
 #pragma once
 
 #include "QzDrawList.h"
@@ -25,12 +29,27 @@ struct DrawQuad
     bool colour;
 };
 
+// Quads and their commands, written one after the other.
+struct DrawBuffer
+{
+    std::vector<DrawVertex> vertices;
+    std::vector<DrawCommand> commands;
+    const DrawAtlas* page = nullptr; // the page of the open command (or the fill page)
+    bool solidOnly = true;           // the open command holds only solid quads
+    bool sealed = false;             // the next quad opens a command whatever it is
+
+    size_t GetQuadCount() const { return vertices.size() / 4; }
+    // Empties it (keeping its storage); solid quads use `fillPage` until a page is bound.
+    void Reset(const DrawAtlas& fillPage);
+};
+
 class CDrawListBuilder
 {
 public:
-    // Empties the list (keeping its storage) for a screen of width x height pixels; solid quads
-    // use `fillPage` until a textured quad binds another page.
-    void Begin(int width, int height, const DrawAtlas& fillPage);
+    // A screen of width x height pixels: the clip rectangle is the screen again.
+    void Begin(int width, int height);
+    // Quads go to `buffer` from now on.
+    void SetTarget(DrawBuffer& buffer) { m_pTarget = &buffer; }
 
     // The clip rectangle becomes `clip` intersected with the current one, until PopClip.
     void PushClip(const RectI& clip);
@@ -50,11 +69,11 @@ public:
     // rectangle (the renderer's scissor does that), so the corners must be near the screen.
     void AddPolygon(const float (&corners)[8], uint32_t argb);
 
-    // Keeps the texture coordinates of the quads already written on the page pointing at the
-    // same texels after it grew.
-    void OnPageGrown(const DrawAtlas& page, int oldWidth, int oldHeight);
-
-    const DrawList& GetList() const { return m_list; }
+    // Keeps the texture coordinates of the buffer's quads on the page pointing at the same texels
+    // after the page grew; commands' offsets count from quad `firstQuad` of `vertices`.
+    static void OnPageGrown(const DrawAtlas& page, int oldWidth, int oldHeight,
+                            std::vector<DrawVertex>& vertices, size_t firstQuad,
+                            const std::vector<DrawCommand>& commands);
 
 private:
     // Cuts an axis-aligned quad and its texel rectangle to the clip; false when nothing is left.
@@ -67,19 +86,15 @@ private:
     void Retarget(const DrawAtlas& page);
     void PushQuad(float x0, float y0, float x1, float y1, float u0, float v0, float u1, float v1,
                   uint32_t argb);
-    void PushIndices(uint32_t base);
     void SetClip(const RectI& clip);
     void Reserve(size_t quads);
     void UsePageScale(const DrawAtlas& page);
 
-    DrawList m_list;
-    std::vector<uint32_t> m_vecCommandVertex; // the first vertex of each command
-    std::vector<RectI> m_vecClips;            // the clips pushed, innermost last
+    DrawBuffer* m_pTarget = nullptr;
+    std::vector<RectI> m_vecClips; // the clips pushed, innermost last
     RectI m_screen;
     RectI m_clip;
-    float m_fClip[4] = {};              // the clip as left, top, right, bottom
-    const DrawAtlas* m_pPage = nullptr; // the page of the open command (or the fill page)
-    bool m_bSolidOnly = true;           // the open command holds only solid quads
+    float m_fClip[4] = {}; // the clip as left, top, right, bottom
     // Texel to texture coordinate factors of the page last drawn from, at its size then.
     const DrawAtlas* m_pScalePage = nullptr;
     int m_nScaleWidth = 0;

@@ -3,12 +3,14 @@
 #include "CDrawAtlasPages.h"
 #include "CDrawGlyphCache.h"
 #include "CDrawImageCache.h"
+#include "CDrawItemStore.h"
 #include "CDrawListBuilder.h"
 #include "CDrawTextCache.h"
 
 #include <algorithm>
 #include <climits>
 #include <cmath>
+#include <initializer_list>
 
 namespace QzPlatform
 {
@@ -78,12 +80,26 @@ class CDrawListDevice::Impl
 public:
     Impl(int width, int height)
         : nWidth(ClampInt(width, 1, kMaxScreenSide)), nHeight(ClampInt(height, 1, kMaxScreenSide)),
-          images(pages), glyphs(pages), text(glyphs)
+          pFillPage(pages.Create(CDrawAtlasPages::kWhiteSide, CDrawAtlasPages::kWhiteSide)),
+          images(pages), glyphs(pages), text(glyphs), items(builder, *pFillPage)
     {
-        pFillPage = pages.Create(CDrawAtlasPages::kWhiteSide, CDrawAtlasPages::kWhiteSide);
         pages.SetGrowHandler([this](const DrawAtlas& page, int oldWidth, int oldHeight)
-                             { builder.OnPageGrown(page, oldWidth, oldHeight); });
-        builder.Begin(nWidth, nHeight, *pFillPage);
+                             { items.OnPageGrown(page, oldWidth, oldHeight); });
+        builder.Begin(nWidth, nHeight);
+    }
+
+    // True when the open item drew this very call the frame before: nothing is to be drawn.
+    bool Replay(DrawCall::Kind kind, std::initializer_list<int32_t> args, uint32_t colour = 0,
+                uint32_t colour2 = 0, float scale = 0.0f, const std::string* utf8 = nullptr,
+                const std::string* face = nullptr)
+    {
+        DrawCall call;
+        call.kind = kind;
+        std::copy(args.begin(), args.end(), call.args);
+        call.colour[0] = colour;
+        call.colour[1] = colour2;
+        call.scale = scale;
+        return items.Replay(call, utf8, face);
     }
 
     // Clamps the rectangle to the screen and its margin; false when nothing is left.
@@ -103,11 +119,12 @@ public:
     int nHeight;
     uint32_t dwClearColor = kDefaultClearColor;
     CDrawAtlasPages pages;
-    const DrawAtlas* pFillPage = nullptr;
+    const DrawAtlas* pFillPage;
     CDrawImageCache images;
     CDrawGlyphCache glyphs;
     CDrawTextCache text;
     CDrawListBuilder builder;
+    CDrawItemStore items;
 };
 
 // The stroke is the cairo device's: a rectangle one pixel wide around the segment between the
@@ -164,16 +181,32 @@ void CDrawListDevice::BeginFrame()
     if (impl.glyphs.IsOverBudget())
     {
         impl.text.ForgetQuads();
+        impl.items.Clear();
         impl.glyphs.Clear();
     }
-    impl.builder.Begin(impl.nWidth, impl.nHeight, *impl.pFillPage);
+    impl.builder.Begin(impl.nWidth, impl.nHeight);
+    impl.items.BeginFrame();
 }
 
-// Every command is complete as it is written: nothing is left to close.
-void CDrawListDevice::EndFrame() {}
+void CDrawListDevice::EndFrame()
+{
+    m_pImpl->items.EndFrame();
+}
+
+void CDrawListDevice::BeginItem(const void* key)
+{
+    m_pImpl->items.BeginItem(key, m_pImpl->builder.GetClip());
+}
+
+void CDrawListDevice::EndItem()
+{
+    m_pImpl->items.EndItem();
+}
 
 void CDrawListDevice::FillRect(int x1, int y1, int x2, int y2, uint32_t argb)
 {
+    if (m_pImpl->Replay(DrawCall::kFill, {x1, y1, x2, y2}, argb))
+        return;
     if (IsInvisible(argb) || !m_pImpl->Clamp(x1, y1, x2, y2))
         return;
     m_pImpl->builder.AddRect(x1, y1, x2, y2, argb);
@@ -182,6 +215,8 @@ void CDrawListDevice::FillRect(int x1, int y1, int x2, int y2, uint32_t argb)
 // The border pixels: the columns x1 and x2 - 1 and the rows y1 and y2 - 1, each painted once.
 void CDrawListDevice::StrokeRect(int x1, int y1, int x2, int y2, uint32_t argb)
 {
+    if (m_pImpl->Replay(DrawCall::kStroke, {x1, y1, x2, y2}, argb))
+        return;
     if (IsInvisible(argb) || !m_pImpl->Clamp(x1, y1, x2, y2))
         return;
     CDrawListBuilder& builder = m_pImpl->builder;
@@ -200,6 +235,8 @@ void CDrawListDevice::StrokeRect(int x1, int y1, int x2, int y2, uint32_t argb)
 // of no length shows nothing, as on the cairo device.
 void CDrawListDevice::DrawLine(int x1, int y1, int x2, int y2, uint32_t argb)
 {
+    if (m_pImpl->Replay(DrawCall::kLine, {x1, y1, x2, y2}, argb))
+        return;
     if (IsInvisible(argb) || (x1 == x2 && y1 == y2))
         return;
     if (x1 != x2 && y1 != y2)
@@ -235,6 +272,11 @@ bool CDrawListDevice::IsTransparent(TextureId texture, int x, int y) const
 void CDrawListDevice::DrawTexture(TextureId texture, const RectI& source, int x, int y, int width,
                                   int height, uint8_t alpha, float scale)
 {
+    if (m_pImpl->Replay(DrawCall::kTexture,
+                        {int32_t(texture), source.left, source.top, source.right, source.bottom, x,
+                         y, width, height},
+                        alpha, 0, scale))
+        return;
     const DrawImage* image = m_pImpl->images.Find(texture);
     if (image == nullptr || width <= 0 || height <= 0 || alpha == 0 || !std::isfinite(scale) ||
         scale <= 0.0f)
@@ -266,6 +308,9 @@ void CDrawListDevice::DrawTexture(TextureId texture, const RectI& source, int x,
 void CDrawListDevice::DrawText(int x, int y, const std::string& utf8, const FontSpec& font,
                                uint32_t argb, uint32_t shadowArgb)
 {
+    if (m_pImpl->Replay(DrawCall::kText, {x, y, font.size}, argb, shadowArgb, 0.0f, &utf8,
+                        &font.face))
+        return;
     const bool shadow = !IsInvisible(shadowArgb);
     if (utf8.empty() || (IsInvisible(argb) && !shadow))
         return;
@@ -281,13 +326,16 @@ SizeI CDrawListDevice::MeasureText(const std::string& utf8, const FontSpec& font
     return m_pImpl->text.Measure(utf8, font);
 }
 
+// The clip changes whether the item's calls are replayed or not: the calls after it depend on it.
 void CDrawListDevice::PushClip(const RectI& clip)
 {
+    m_pImpl->Replay(DrawCall::kPushClip, {clip.left, clip.top, clip.right, clip.bottom});
     m_pImpl->builder.PushClip(clip);
 }
 
 void CDrawListDevice::PopClip()
 {
+    m_pImpl->Replay(DrawCall::kPopClip, {});
     m_pImpl->builder.PopClip();
 }
 
@@ -309,7 +357,7 @@ uint32_t CDrawListDevice::GetClearColor() const
 
 const DrawList& CDrawListDevice::GetDrawList() const
 {
-    return m_pImpl->builder.GetList();
+    return m_pImpl->items.GetList();
 }
 
 size_t CDrawListDevice::GetAtlasCount() const
@@ -334,7 +382,8 @@ void CDrawListDevice::ClearCaches()
     impl.text.Clear();
     impl.glyphs.Clear();
     impl.images.Clear();
-    impl.builder.Begin(impl.nWidth, impl.nHeight, *impl.pFillPage);
+    impl.items.Clear();
+    impl.builder.Begin(impl.nWidth, impl.nHeight);
 }
 
 } // namespace QzPlatform

@@ -3,7 +3,9 @@
 // decoded from PNG files and packed into image atlases; text is shaped and rasterised with
 // pango, cairo and fontconfig's font fallback (so Chinese text draws), each glyph once into the
 // glyph atlas, and measures exactly as the cairo device does. A host calls BeginFrame, lets the
-// manager draw, calls EndFrame and submits GetDrawList() with the atlases to its renderer.
+// manager draw, calls EndFrame and submits GetDrawList() with the atlases to its renderer. The
+// list is retained: the quads of an item (a control, a dialog's back) stay where they are while
+// the item draws the same, so an unchanged screen costs the comparison of its draw calls.
 #pragma once
 
 #include "QzDrawList.h"
@@ -30,9 +32,13 @@ public:
     int GetScreenWidth() const override;
     int GetScreenHeight() const override;
 
-    // BeginFrame empties the draw list (keeping its storage); EndFrame closes it.
+    // BeginFrame starts the frame's list; EndFrame completes it. What items drew in the frame
+    // before stays in the list's storage and is written again only where an item's draw calls
+    // changed (see QzDrawList.h).
     void BeginFrame() override;
     void EndFrame() override;
+    void BeginItem(const void* key) override;
+    void EndItem() override;
 
     void FillRect(int x1, int y1, int x2, int y2, uint32_t argb) override;
     void StrokeRect(int x1, int y1, int x2, int y2, uint32_t argb) override;

@@ -1,7 +1,8 @@
 // What the draw-list device produces each frame, in the form a GPU renderer submits as it is:
 // one vertex array, one 32-bit index array (three indices a triangle) and commands that say
-// which texture and clip rectangle apply to a range of indices. Textures are atlases of images
-// and glyphs that the device owns; a renderer uploads an atlas again when its version changes.
+// which texture and clip rectangle apply to a range of indices, in the order of drawing. Textures
+// are atlases of images and glyphs that the device owns; a renderer uploads an atlas again when its
+// version changes.
 #pragma once
 
 #include "platform/render/IRenderDevice.h"
@@ -48,17 +49,26 @@ struct DrawAtlas
     std::vector<uint32_t> texels;
 };
 
+// Quad q of the list is vertices 4q..4q+3, drawn by indices 6q..6q+5 (4q, 4q+1, 4q+2, 4q,
+// 4q+2, 4q+3): the index array is the same from frame to frame but for its length. Vertices no
+// command refers to are unused (room kept for what the library draws in place of them later).
+// The list is retained: vertices outside [changedBegin, changedEnd) hold what they held in the
+// list of the frame before, so a renderer that keeps a vertex buffer uploads only that range.
 struct DrawList
 {
     std::vector<DrawVertex> vertices;
     std::vector<uint32_t> indices;
     std::vector<DrawCommand> commands;
+    size_t changedBegin = 0;
+    size_t changedEnd = 0;
 
     void Clear()
     {
         vertices.clear();
         indices.clear();
         commands.clear();
+        changedBegin = 0;
+        changedEnd = 0;
     }
 };
 

@@ -4,6 +4,7 @@
 #include "framework/QzGuiMgr.h"
 #include "layout/IQzGuiWndInfo.h"
 #include "layout/QzExtraValue.h"
+#include "platform/render/IRenderDevice.h"
 #include "platform/services/QzAssert.h"
 #include "platform/services/QzText.h"
 
@@ -788,8 +789,11 @@ void CQzDialog::Draw()
         StepFly();
     CheckMouseLeave();
     ProcessTimers();
+    QzPlatform::IRenderDevice& device = QzPlatform::GetRenderDevice();
+    device.BeginItem(this);
     DrawBack();
     DrawBackEffect();
+    device.EndItem();
     Show();
     DrawFrontEffect();
     UpdateEffects();
@@ -806,12 +810,17 @@ BOOL CQzDialog::Show()
 void CQzDialog::DrawCtrls()
 {
     m_pHoverCtrl = nullptr;
+    // Each control is an item of the device: a device that keeps what it drew reuses a
+    // control's output while the control draws the same.
+    QzPlatform::IRenderDevice& device = QzPlatform::GetRenderDevice();
     for (QzCtrlEntry* pEntry : m_lstCtrl)
     {
         CQzBaseWindow* pCtrl = pEntry->pCtrl;
         if (!pEntry->bCreated || !pCtrl->IsWindowVisible())
             continue;
+        device.BeginItem(pCtrl);
         pCtrl->Show();
+        device.EndItem();
         if (pCtrl->IsMouseIn())
             m_pHoverCtrl = pCtrl;
     }

@@ -82,6 +82,12 @@ public:
     // in force, until the matching PopClip. A device that cannot clip may ignore both.
     virtual void PushClip(const RectI& clip) { (void)clip; }
     virtual void PopClip() {}
+
+    // The draw calls up to EndItem are one item's (a control, a dialog's back), named by `key`
+    // from frame to frame. A device that keeps what it drew may reuse an item's output while
+    // the item makes the same calls. Items do not nest: BeginItem ends an item still open.
+    virtual void BeginItem(const void* key) { (void)key; }
+    virtual void EndItem() {}
 };
 
 // The device in use (never null: the null device when none is installed).

@@ -1,0 +1,371 @@
+#include "CDrawItemStore.h"
+
+#include <algorithm>
+#include <cstring>
+#include <numeric>
+
+namespace QzPlatform
+{
+
+namespace
+{
+
+// Slots of items that grew get this much room to grow again in place.
+uint32_t RoomFor(uint32_t quads)
+{
+    return quads + quads / 2 + 2;
+}
+
+bool SameRect(const RectI& a, const RectI& b)
+{
+    return a.left == b.left && a.top == b.top && a.right == b.right && a.bottom == b.bottom;
+}
+
+// Puts the command, its quads counted from quad `firstQuad`, at the end of the list, or
+// lengthens the last one when it draws the quads just before with the same atlas and clip.
+void Append(std::vector<DrawCommand>& commands, DrawCommand command, uint32_t firstQuad = 0)
+{
+    command.indexOffset += firstQuad * 6;
+    if (!commands.empty())
+    {
+        DrawCommand& last = commands.back();
+        if (last.atlas == command.atlas && SameRect(last.clip, command.clip) &&
+            last.indexOffset + last.indexCount == command.indexOffset)
+        {
+            last.indexCount += command.indexCount;
+            return;
+        }
+    }
+    commands.push_back(command);
+}
+
+} // namespace
+
+CDrawItemStore::CDrawItemStore(CDrawListBuilder& builder, const DrawAtlas& fillPage)
+    : m_builder(builder), m_fillPage(fillPage)
+{
+    m_outside.Reset(m_fillPage);
+    m_builder.SetTarget(m_outside);
+}
+
+bool CDrawItemStore::Same(const Recorded& recorded, const DrawCall& call, const std::string* text,
+                          const std::string* face)
+{
+    if (std::memcmp(&recorded.call, &call, sizeof call) != 0)
+        return false;
+    if (text && recorded.text != *text)
+        return false;
+    return !face || recorded.face == *face;
+}
+
+void CDrawItemStore::BeginFrame()
+{
+    EndItem();
+    m_bFrameOpen = true;
+    ++m_nFrame;
+    if (m_nGivenUp > 4096 && m_nGivenUp > m_nItemQuads / 2)
+        Compact();
+    m_list.vertices.resize(size_t(m_nItemQuads) * 4);
+    m_list.indices.resize(size_t(m_nItemQuads) * 6);
+    m_list.commands.clear();
+    m_outside.Reset(m_fillPage);
+    m_builder.SetTarget(m_outside);
+    m_nOutsideFlushed = 0;
+    m_vecPending.clear();
+    m_nChangedBegin = SIZE_MAX;
+    m_nChangedEnd = 0;
+}
+
+void CDrawItemStore::EndFrame()
+{
+    EndItem();
+    if (!m_bFrameOpen)
+        return;
+    FlushOutside();
+    ReleaseUndrawn();
+    Assemble();
+    m_bFrameOpen = false;
+}
+
+const DrawList& CDrawItemStore::GetList() const
+{
+    if (m_bFrameOpen)
+        const_cast<CDrawItemStore*>(this)->Assemble();
+    return m_list;
+}
+
+// The slots, the quads drawn outside items after them, and the commands drawn so far in their
+// order (an item still open is left out).
+void CDrawItemStore::Assemble()
+{
+    const size_t outsideStart = size_t(m_nItemQuads) * 4;
+    m_list.vertices.resize(outsideStart);
+    m_list.vertices.insert(m_list.vertices.end(), m_outside.vertices.begin(),
+                           m_outside.vertices.end());
+    WriteIndices(m_list.vertices.size() / 4);
+    m_list.commands.clear();
+    for (const Pending& pending : m_vecPending)
+        Append(m_list.commands, pending.command, pending.outside ? m_nItemQuads : 0);
+    for (size_t index = m_nOutsideFlushed; index < m_outside.commands.size(); ++index)
+        Append(m_list.commands, m_outside.commands[index], m_nItemQuads);
+    size_t changedBegin = m_nChangedBegin;
+    size_t changedEnd = m_nChangedEnd;
+    if (!m_outside.vertices.empty())
+    {
+        changedBegin = std::min(changedBegin, outsideStart);
+        changedEnd = m_list.vertices.size();
+    }
+    m_list.changedBegin = std::min(changedBegin, m_list.vertices.size());
+    m_list.changedEnd = std::max(m_list.changedBegin, std::min(changedEnd, m_list.vertices.size()));
+}
+
+void CDrawItemStore::BeginItem(const void* key, const RectI& clip)
+{
+    EndItem();
+    FlushOutside();
+    m_outside.sealed = true;
+    const uint32_t index = FindOrAdd(key);
+    Item& item = m_vecItems[index];
+    if (item.frame == m_nFrame)
+        return;
+    item.frame = m_nFrame;
+    m_nOpen = index;
+    m_nCursor = 0;
+    m_bDiverged = false;
+    if (!SameRect(item.clip, clip))
+    {
+        item.clip = clip;
+        Diverge(item);
+    }
+}
+
+void CDrawItemStore::EndItem()
+{
+    if (m_nOpen == kNone)
+        return;
+    Item& item = m_vecItems[m_nOpen];
+    if (!m_bDiverged && m_nCursor < item.calls.size())
+        Diverge(item);
+    if (m_bDiverged)
+        Commit(item);
+    Emit(item);
+    m_nOpen = kNone;
+    m_builder.SetTarget(m_outside);
+}
+
+bool CDrawItemStore::Replay(const DrawCall& call, const std::string* text, const std::string* face)
+{
+    if (m_nOpen == kNone)
+        return false;
+    Item& item = m_vecItems[m_nOpen];
+    if (!m_bDiverged)
+    {
+        if (m_nCursor < item.calls.size() && Same(item.calls[m_nCursor], call, text, face))
+        {
+            ++m_nCursor;
+            return true;
+        }
+        Diverge(item);
+    }
+    const uint32_t quads = m_nKept + static_cast<uint32_t>(m_scratch.GetQuadCount());
+    if (item.calls.size() > m_nCursor)
+        item.calls.back().quadsAfter = quads;
+    item.calls.push_back(
+        Recorded{call, text ? *text : std::string(), face ? *face : std::string(), quads});
+    return false;
+}
+
+uint32_t CDrawItemStore::FindOrAdd(const void* key)
+{
+    const auto found = m_mapItems.find(key);
+    if (found != m_mapItems.end())
+        return found->second;
+    const uint32_t index = static_cast<uint32_t>(m_vecItems.size());
+    m_vecItems.emplace_back();
+    m_vecItems.back().key = key;
+    m_mapItems.emplace(key, index);
+    return index;
+}
+
+// The item's quads up to the cursor stay; the calls from there on are drawn into the scratch
+// buffer and recorded anew.
+void CDrawItemStore::Diverge(Item& item)
+{
+    m_bDiverged = true;
+    m_nKept = m_nCursor > 0 ? item.calls[m_nCursor - 1].quadsAfter : 0;
+    item.calls.resize(m_nCursor);
+    m_scratch.Reset(m_fillPage);
+    m_builder.SetTarget(m_scratch);
+}
+
+// The kept quads' commands, cut where the scratch quads begin, then the scratch's commands.
+void CDrawItemStore::Commit(Item& item)
+{
+    const uint32_t added = static_cast<uint32_t>(m_scratch.GetQuadCount());
+    const uint32_t total = m_nKept + added;
+    if (item.calls.size() > m_nCursor)
+        item.calls.back().quadsAfter = total;
+    const uint32_t keptIndices = m_nKept * 6;
+    while (!item.commands.empty() && item.commands.back().indexOffset >= keptIndices)
+        item.commands.pop_back();
+    if (!item.commands.empty())
+    {
+        DrawCommand& last = item.commands.back();
+        last.indexCount = std::min(last.indexCount, keptIndices - last.indexOffset);
+    }
+    if (total > item.capacity)
+        Relocate(item, total);
+    const size_t at = (size_t(item.first) + m_nKept) * 4;
+    std::copy(m_scratch.vertices.begin(), m_scratch.vertices.end(), m_list.vertices.begin() + at);
+    MarkChanged(at, at + m_scratch.vertices.size());
+    for (DrawCommand command : m_scratch.commands)
+    {
+        command.indexOffset += keptIndices;
+        Append(item.commands, command);
+    }
+    item.used = total;
+}
+
+// A slot at the end of the storage with room to grow; the kept quads move into it.
+void CDrawItemStore::Relocate(Item& item, uint32_t quads)
+{
+    const uint32_t capacity = RoomFor(quads);
+    const uint32_t first = m_nItemQuads;
+    m_nItemQuads += capacity;
+    m_list.vertices.resize(size_t(m_nItemQuads) * 4);
+    const auto from = m_list.vertices.begin() + size_t(item.first) * 4;
+    std::copy(from, from + size_t(m_nKept) * 4, m_list.vertices.begin() + size_t(first) * 4);
+    MarkChanged(size_t(first) * 4, size_t(first + m_nKept) * 4);
+    m_nGivenUp += item.capacity;
+    item.first = first;
+    item.capacity = capacity;
+}
+
+void CDrawItemStore::Emit(const Item& item)
+{
+    const uint32_t offset = item.first * 6;
+    for (DrawCommand command : item.commands)
+    {
+        command.indexOffset += offset;
+        m_vecPending.push_back(Pending{command, false});
+    }
+}
+
+// The commands drawn outside items so far join the frame's, in their order.
+void CDrawItemStore::FlushOutside()
+{
+    for (; m_nOutsideFlushed < m_outside.commands.size(); ++m_nOutsideFlushed)
+        m_vecPending.push_back(Pending{m_outside.commands[m_nOutsideFlushed], true});
+}
+
+void CDrawItemStore::ReleaseUndrawn()
+{
+    for (size_t index = 0; index < m_vecItems.size();)
+    {
+        Item& item = m_vecItems[index];
+        if (item.frame == m_nFrame)
+        {
+            ++index;
+            continue;
+        }
+        m_nGivenUp += item.capacity;
+        m_mapItems.erase(item.key);
+        if (index + 1 != m_vecItems.size())
+        {
+            item = std::move(m_vecItems.back());
+            m_mapItems[item.key] = static_cast<uint32_t>(index);
+        }
+        m_vecItems.pop_back();
+    }
+}
+
+// Slots move to the front in their order, each with room to grow.
+void CDrawItemStore::Compact()
+{
+    std::vector<uint32_t> order(m_vecItems.size());
+    std::iota(order.begin(), order.end(), 0u);
+    std::sort(order.begin(), order.end(),
+              [this](uint32_t a, uint32_t b) { return m_vecItems[a].first < m_vecItems[b].first; });
+    std::vector<DrawVertex> packed;
+    uint32_t next = 0;
+    for (uint32_t index : order)
+    {
+        Item& item = m_vecItems[index];
+        const auto from = m_list.vertices.begin() + size_t(item.first) * 4;
+        packed.insert(packed.end(), from, from + size_t(item.used) * 4);
+        item.first = next;
+        item.capacity = RoomFor(item.used);
+        next += item.capacity;
+        packed.resize(size_t(next) * 4);
+    }
+    m_list.vertices.swap(packed);
+    m_nItemQuads = next;
+    m_nGivenUp = 0;
+    MarkChanged(0, m_list.vertices.size());
+}
+
+// Every quad has the same six indices, counted from its first vertex.
+void CDrawItemStore::WriteIndices(size_t quads)
+{
+    std::vector<uint32_t>& indices = m_list.indices;
+    size_t quad = indices.size() / 6;
+    indices.resize(quads * 6);
+    for (; quad < quads; ++quad)
+    {
+        const uint32_t base = static_cast<uint32_t>(quad * 4);
+        uint32_t* out = &indices[quad * 6];
+        out[0] = base;
+        out[1] = base + 1;
+        out[2] = base + 2;
+        out[3] = base;
+        out[4] = base + 2;
+        out[5] = base + 3;
+    }
+}
+
+void CDrawItemStore::MarkChanged(size_t firstVertex, size_t endVertex)
+{
+    if (firstVertex >= endVertex)
+        return;
+    m_nChangedBegin = std::min(m_nChangedBegin, firstVertex);
+    m_nChangedEnd = std::max(m_nChangedEnd, endVertex);
+}
+
+void CDrawItemStore::OnPageGrown(const DrawAtlas& page, int oldWidth, int oldHeight)
+{
+    for (const Item& item : m_vecItems)
+    {
+        CDrawListBuilder::OnPageGrown(page, oldWidth, oldHeight, m_list.vertices, item.first,
+                                      item.commands);
+        for (const DrawCommand& command : item.commands)
+            if (command.atlas == page.id)
+                MarkChanged(size_t(item.first) * 4 + command.indexOffset / 6 * 4,
+                            size_t(item.first) * 4 +
+                                (command.indexOffset + command.indexCount) / 6 * 4);
+    }
+    CDrawListBuilder::OnPageGrown(page, oldWidth, oldHeight, m_scratch.vertices, 0,
+                                  m_scratch.commands);
+    CDrawListBuilder::OnPageGrown(page, oldWidth, oldHeight, m_outside.vertices, 0,
+                                  m_outside.commands);
+}
+
+void CDrawItemStore::Clear()
+{
+    m_vecItems.clear();
+    m_mapItems.clear();
+    m_list.Clear();
+    m_nItemQuads = 0;
+    m_nGivenUp = 0;
+    m_nOpen = kNone;
+    m_bDiverged = false;
+    m_scratch.Reset(m_fillPage);
+    m_outside.Reset(m_fillPage);
+    m_builder.SetTarget(m_outside);
+    m_nOutsideFlushed = 0;
+    m_vecPending.clear();
+    m_nChangedBegin = SIZE_MAX;
+    m_nChangedEnd = 0;
+    m_bFrameOpen = true;
+}
+
+} // namespace QzPlatform

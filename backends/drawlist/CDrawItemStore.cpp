@@ -60,7 +60,7 @@ bool CDrawItemStore::Same(const Recorded& recorded, const DrawCall& call, const 
 
 void CDrawItemStore::BeginFrame()
 {
-    EndItem();
+    EndFrame();
     m_bFrameOpen = true;
     ++m_nFrame;
     if (m_nGivenUp > 4096 && m_nGivenUp > m_nItemQuads / 2)
@@ -119,16 +119,23 @@ void CDrawItemStore::Assemble()
     m_list.changedEnd = std::max(m_list.changedBegin, std::min(changedEnd, m_list.vertices.size()));
 }
 
-void CDrawItemStore::BeginItem(const void* key, const RectI& clip)
+void CDrawItemStore::CloseRun()
 {
     EndItem();
     FlushOutside();
     m_outside.sealed = true;
+}
+
+void CDrawItemStore::BeginItem(const void* key, const RectI& clip, uint64_t look)
+{
+    CloseRun();
     const uint32_t index = FindOrAdd(key);
     Item& item = m_vecItems[index];
     if (item.frame == m_nFrame)
         return;
     item.frame = m_nFrame;
+    item.look = look;
+    m_vecVisited.push_back(index);
     m_nOpen = index;
     m_nCursor = 0;
     m_bDiverged = false;
@@ -153,6 +160,21 @@ void CDrawItemStore::EndItem()
     m_builder.SetTarget(m_outside);
 }
 
+bool CDrawItemStore::Repeat(const void* key, const RectI& clip, uint64_t look)
+{
+    CloseRun();
+    const uint32_t index = Find(key);
+    if (index == kNone || look == 0)
+        return false;
+    Item& item = m_vecItems[index];
+    if (item.look != look || item.frame + 1 != m_nFrame || !SameRect(item.clip, clip))
+        return false;
+    item.frame = m_nFrame;
+    m_vecVisited.push_back(index);
+    Emit(item);
+    return true;
+}
+
 bool CDrawItemStore::Replay(const DrawCall& call, const std::string* text, const std::string* face)
 {
     if (m_nOpen == kNone)
@@ -175,11 +197,23 @@ bool CDrawItemStore::Replay(const DrawCall& call, const std::string* text, const
     return false;
 }
 
+// Items are kept in the order they were drawn in the frame before, so the item after the last
+// one is tried first: a frame drawn as the one before needs no look-up by key.
+uint32_t CDrawItemStore::Find(const void* key)
+{
+    const uint32_t expected = m_vecVisited.empty() ? 0 : m_vecVisited.back() + 1;
+    if (expected < m_vecItems.size() && m_vecItems[expected].key == key)
+        return expected;
+    m_bReorder = true;
+    const auto found = m_mapItems.find(key);
+    return found != m_mapItems.end() ? found->second : kNone;
+}
+
 uint32_t CDrawItemStore::FindOrAdd(const void* key)
 {
-    const auto found = m_mapItems.find(key);
-    if (found != m_mapItems.end())
-        return found->second;
+    const uint32_t found = Find(key);
+    if (found != kNone)
+        return found;
     const uint32_t index = static_cast<uint32_t>(m_vecItems.size());
     m_vecItems.emplace_back();
     m_vecItems.back().key = key;
@@ -214,16 +248,42 @@ void CDrawItemStore::Commit(Item& item)
         last.indexCount = std::min(last.indexCount, keptIndices - last.indexOffset);
     }
     if (total > item.capacity)
+    {
         Relocate(item, total);
-    const size_t at = (size_t(item.first) + m_nKept) * 4;
-    std::copy(m_scratch.vertices.begin(), m_scratch.vertices.end(), m_list.vertices.begin() + at);
-    MarkChanged(at, at + m_scratch.vertices.size());
+        item.used = m_nKept;
+    }
+    WriteChanged((size_t(item.first) + m_nKept) * 4, item.used > m_nKept ? item.used - m_nKept : 0);
     for (DrawCommand command : m_scratch.commands)
     {
         command.indexOffset += keptIndices;
         Append(item.commands, command);
     }
     item.used = total;
+}
+
+// Puts the scratch quads at the vertex `at`, where `old` quads of the frame before are: only
+// quads that differ are written (a caption that changes in its last digit rewrites that digit),
+// so the slot's memory is mostly read, and the changed range stays small.
+void CDrawItemStore::WriteChanged(size_t at, uint32_t old)
+{
+    const std::vector<DrawVertex>& source = m_scratch.vertices;
+    DrawVertex* target = m_list.vertices.data() + at;
+    const size_t quads = source.size() / 4;
+    const size_t compared = std::min<size_t>(quads, old);
+    size_t first = quads;
+    size_t end = 0;
+    for (size_t quad = 0; quad < quads; ++quad)
+    {
+        const DrawVertex* from = &source[quad * 4];
+        DrawVertex* to = target + quad * 4;
+        if (quad < compared && std::memcmp(from, to, 4 * sizeof(DrawVertex)) == 0)
+            continue;
+        std::memcpy(to, from, 4 * sizeof(DrawVertex));
+        first = std::min(first, quad);
+        end = quad + 1;
+    }
+    if (first < end)
+        MarkChanged(at + first * 4, at + end * 4);
 }
 
 // A slot at the end of the storage with room to grow; the kept quads move into it.
@@ -241,12 +301,23 @@ void CDrawItemStore::Relocate(Item& item, uint32_t quads)
     item.capacity = capacity;
 }
 
+// Commands of items drawn one after the other in their slots' order join into one.
 void CDrawItemStore::Emit(const Item& item)
 {
     const uint32_t offset = item.first * 6;
     for (DrawCommand command : item.commands)
     {
         command.indexOffset += offset;
+        if (!m_vecPending.empty() && !m_vecPending.back().outside)
+        {
+            DrawCommand& last = m_vecPending.back().command;
+            if (last.atlas == command.atlas && SameRect(last.clip, command.clip) &&
+                last.indexOffset + last.indexCount == command.indexOffset)
+            {
+                last.indexCount += command.indexCount;
+                continue;
+            }
+        }
         m_vecPending.push_back(Pending{command, false});
     }
 }
@@ -258,25 +329,28 @@ void CDrawItemStore::FlushOutside()
         m_vecPending.push_back(Pending{m_outside.commands[m_nOutsideFlushed], true});
 }
 
+// Items not drawn in the frame give up their slots; the others are put in the order they were
+// drawn (when that changed) for the next frame's look-ups.
 void CDrawItemStore::ReleaseUndrawn()
 {
-    for (size_t index = 0; index < m_vecItems.size();)
+    if (!m_bReorder && m_vecVisited.size() == m_vecItems.size())
     {
-        Item& item = m_vecItems[index];
-        if (item.frame == m_nFrame)
-        {
-            ++index;
-            continue;
-        }
-        m_nGivenUp += item.capacity;
-        m_mapItems.erase(item.key);
-        if (index + 1 != m_vecItems.size())
-        {
-            item = std::move(m_vecItems.back());
-            m_mapItems[item.key] = static_cast<uint32_t>(index);
-        }
-        m_vecItems.pop_back();
+        m_vecVisited.clear();
+        return;
     }
+    std::vector<Item> ordered;
+    ordered.reserve(m_vecVisited.size());
+    for (uint32_t index : m_vecVisited)
+        ordered.push_back(std::move(m_vecItems[index]));
+    for (const Item& item : m_vecItems)
+        if (item.frame != m_nFrame)
+            m_nGivenUp += item.capacity;
+    m_vecItems.swap(ordered);
+    m_mapItems.clear();
+    for (uint32_t index = 0; index < m_vecItems.size(); ++index)
+        m_mapItems.emplace(m_vecItems[index].key, index);
+    m_vecVisited.clear();
+    m_bReorder = false;
 }
 
 // Slots move to the front in their order, each with room to grow.
@@ -353,6 +427,8 @@ void CDrawItemStore::Clear()
 {
     m_vecItems.clear();
     m_mapItems.clear();
+    m_vecVisited.clear();
+    m_bReorder = false;
     m_list.Clear();
     m_nItemQuads = 0;
     m_nGivenUp = 0;

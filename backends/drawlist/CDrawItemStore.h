@@ -54,8 +54,11 @@ public:
     // The calls up to EndItem are the item's named `key` (an item open already ends first);
     // `clip` is the clip rectangle they start under. An item drawn twice in a frame is drawn the
     // second time as calls outside items.
-    void BeginItem(const void* key, const RectI& clip);
+    void BeginItem(const void* key, const RectI& clip, uint64_t look = 0);
     void EndItem();
+    // Draws the item again as the frame before drew it (it adds its commands to the frame), when
+    // it was drawn then under the same clip and the same nonzero look; false otherwise.
+    bool Repeat(const void* key, const RectI& clip, uint64_t look);
 
     // True when the open item made this very call at this point the frame before: its quads are
     // in place and the caller draws nothing. Otherwise the call is recorded and the caller draws
@@ -83,6 +86,7 @@ private:
     struct Item
     {
         const void* key = nullptr;
+        uint64_t look = 0;
         uint32_t frame = 0;
         RectI clip;
         uint32_t first = 0; // slot: first quad of the storage, quads it holds, quads in use
@@ -100,9 +104,13 @@ private:
 
     static bool Same(const Recorded& recorded, const DrawCall& call, const std::string* text,
                      const std::string* face);
+    uint32_t Find(const void* key);
     uint32_t FindOrAdd(const void* key);
+    // Ends an item still open and the commands drawn outside items so far.
+    void CloseRun();
     void Diverge(Item& item);
     void Commit(Item& item);
+    void WriteChanged(size_t at, uint32_t old);
     void Relocate(Item& item, uint32_t quads);
     void Emit(const Item& item);
     void FlushOutside();
@@ -117,6 +125,8 @@ private:
     DrawList m_list; // vertices: the items' slots, then the quads drawn outside items
     std::vector<Item> m_vecItems;
     std::unordered_map<const void*, uint32_t> m_mapItems;
+    std::vector<uint32_t> m_vecVisited; // the items drawn this frame, in their order
+    bool m_bReorder = false;            // an item was not where the frame before had it
     uint32_t m_nFrame = 0;
     bool m_bFrameOpen = true;  // drawing before the first BeginFrame makes a frame too
     uint32_t m_nItemQuads = 0; // end of the slots in the storage

@@ -193,9 +193,14 @@ void CDrawListDevice::EndFrame()
     m_pImpl->items.EndFrame();
 }
 
-void CDrawListDevice::BeginItem(const void* key)
+void CDrawListDevice::BeginItem(const void* key, uint64_t look)
 {
-    m_pImpl->items.BeginItem(key, m_pImpl->builder.GetClip());
+    m_pImpl->items.BeginItem(key, m_pImpl->builder.GetClip(), look);
+}
+
+bool CDrawListDevice::RepeatItem(const void* key, uint64_t look)
+{
+    return m_pImpl->items.Repeat(key, m_pImpl->builder.GetClip(), look);
 }
 
 void CDrawListDevice::EndItem()

@@ -37,8 +37,9 @@ public:
     // changed (see QzDrawList.h).
     void BeginFrame() override;
     void EndFrame() override;
-    void BeginItem(const void* key) override;
+    void BeginItem(const void* key, uint64_t look = 0) override;
     void EndItem() override;
+    bool RepeatItem(const void* key, uint64_t look) override;
 
     void FillRect(int x1, int y1, int x2, int y2, uint32_t argb) override;
     void StrokeRect(int x1, int y1, int x2, int y2, uint32_t argb) override;

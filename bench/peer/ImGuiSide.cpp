@@ -98,4 +98,13 @@ long ImGuiSide::Indices() const
     return ImGui::GetDrawData()->TotalIdxCount;
 }
 
+long ImGuiSide::Commands() const
+{
+    const ImDrawData* data = ImGui::GetDrawData();
+    long commands = 0;
+    for (int list = 0; list < data->CmdListsCount; ++list)
+        commands += data->CmdLists[list]->CmdBuffer.Size;
+    return commands;
+}
+
 } // namespace PeerBench

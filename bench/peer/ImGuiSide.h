@@ -19,6 +19,7 @@ public:
     void Frame(int frame) override;
     long Vertices() const override;
     long Indices() const override;
+    long Commands() const override;
 
 private:
     struct ControlState

@@ -3,9 +3,10 @@
 // the thread's CPU time per frame are compared, per control. Then the memory of the library's
 // screen: heap bytes a control costs and the peak resident size of the 20,000-control screen.
 //
-//   qzgui-bench-peer [frames=500] [warmup=100] [--null-device] [--profile]
+//   qzgui-bench-peer [frames=500] [warmup=100] [--null-device] [--profile] [--windows=N]
 //
-// --profile draws the library's side alone (for a profiler), without the peer and the memory.
+// --profile draws the library's side alone (for a profiler), without the peer and the memory;
+// --windows=N compares only the screen of N windows (50 controls each).
 // Pin it to one core (taskset -c 1): only the ratio of a side-by-side run means anything on a
 // shared machine.
 #include "../BenchSupport.h"
@@ -39,6 +40,7 @@ struct Options
     int warmup = 100;
     bool nullDevice = false;
     bool profile = false;
+    int windows = 0; // 0: the three screens
 };
 
 Options ParseOptions(int argc, char** argv)
@@ -51,6 +53,8 @@ Options ParseOptions(int argc, char** argv)
             options.nullDevice = true;
         else if (std::strcmp(argv[i], "--profile") == 0)
             options.profile = true;
+        else if (std::strncmp(argv[i], "--windows=", 10) == 0)
+            options.windows = std::max(1, std::atoi(argv[i] + 10));
         else if (position++ == 0)
             options.frames = std::max(1, std::atoi(argv[i]));
         else
@@ -94,9 +98,14 @@ public:
     {
         return [this]()
         {
+            // The vertices and indices the commands draw (the list keeps room beside them).
             const QzPlatform::DrawList& list = m_drawList.GetDrawList();
-            return std::make_pair(static_cast<long>(list.vertices.size()),
-                                  static_cast<long>(list.indices.size()));
+            QzGuiSide::Tally tally;
+            for (const QzPlatform::DrawCommand& command : list.commands)
+                tally.indices += command.indexCount;
+            tally.vertices = tally.indices / 6 * 4;
+            tally.commands = static_cast<long>(list.commands.size());
+            return tally;
         };
     }
 
@@ -140,10 +149,10 @@ void CompareAt(int windows, const Options& options)
     const double controls = static_cast<double>(windows) * kControlsPerWindow;
     const double peerPer = Median(peerNs) / controls;
     const double ourPer = Median(ourNs) / controls;
-    std::printf("%6.0f controls | peer %7.1f ns/control (%6.3f ms, %ld vtx) | QzGui %7.1f "
-                "ns/control (%6.3f ms, %ld vtx) | ratio %.3f\n",
-                controls, peerPer, Median(peerNs) / 1e6, peer.Vertices(), ourPer,
-                Median(ourNs) / 1e6, ours.Vertices(), ourPer / peerPer);
+    std::printf("%6.0f controls | peer %7.1f ns/control (%6.3f ms, %ld vtx, %ld cmd) | QzGui %7.1f "
+                "ns/control (%6.3f ms, %ld vtx, %ld cmd) | ratio %.3f\n",
+                controls, peerPer, Median(peerNs) / 1e6, peer.Vertices(), peer.Commands(), ourPer,
+                Median(ourNs) / 1e6, ours.Vertices(), ours.Commands(), ourPer / peerPer);
     std::fflush(stdout);
 }
 
@@ -205,9 +214,12 @@ int main(int argc, char** argv)
     CopyBundle();
     std::printf("peer comparison, %d frames after %d warm-up frames, device: %s\n", options.frames,
                 options.warmup, options.nullDevice ? "null" : "draw list");
-    for (int windows : {4, 40, 400})
-        CompareAt(windows, options);
-    if (!options.profile)
+    if (options.windows != 0)
+        CompareAt(options.windows, options);
+    else
+        for (int windows : {4, 40, 400})
+            CompareAt(windows, options);
+    if (!options.profile && options.windows == 0)
         ReportMemory(options);
     return 0;
 }

@@ -68,6 +68,8 @@ public:
     virtual void Frame(int frame) = 0;
     virtual long Vertices() const = 0;
     virtual long Indices() const = 0;
+    // Draw commands (a renderer's draw calls) of the last frame.
+    virtual long Commands() const = 0;
 };
 
 } // namespace PeerBench

@@ -28,16 +28,24 @@ namespace PeerBench
 class QzGuiSide : public IPeerSide
 {
 public:
-    // The device draws; `counts` says how many vertices and indices its last frame made.
-    using Counts = std::function<std::pair<long, long>()>;
+    // The device draws; `counts` says how many vertices, indices and commands its last frame
+    // drew.
+    struct Tally
+    {
+        long vertices = 0;
+        long indices = 0;
+        long commands = 0;
+    };
+    using Counts = std::function<Tally()>;
     QzGuiSide(int windows, QzPlatform::IRenderDevice& device, Counts counts);
     ~QzGuiSide() override;
     QzGuiSide(const QzGuiSide&) = delete;
     QzGuiSide& operator=(const QzGuiSide&) = delete;
 
     void Frame(int frame) override;
-    long Vertices() const override { return m_counts().first; }
-    long Indices() const override { return m_counts().second; }
+    long Vertices() const override { return m_counts().vertices; }
+    long Indices() const override { return m_counts().indices; }
+    long Commands() const override { return m_counts().commands; }
 
     // The layout file of the screen (ini/ of the current folder): dialog d is [0-d].
     static std::string LayoutText(int windows);

@@ -25,6 +25,7 @@ public:
 
     // New virtual operation.
     virtual void SetHoverLook(bool bHoverLook) { m_bHoverLook = bHoverLook; }
+    bool HasHoverLook() const { return m_bHoverLook; }
 
 private:
     void OnPress();

@@ -1,10 +1,16 @@
 #include "controls/QzCtrl.h"
 
+#include "controls/QzButton.h"
+#include "controls/QzCheck.h"
+#include "controls/QzStatic.h"
+
 #include "framework/IQzGuiMgr.h"
+#include "framework/QzBackDrawer.h"
 #include "layout/IQzGuiWndInfo.h"
 #include "layout/QzExtraValue.h"
 #include "platform/render/DataSet.h"
 #include "platform/render/MyBitmap.h"
+#include "platform/render/TableDataSet.h"
 #include "platform/services/QzClock.h"
 #include "platform/services/QzGameData.h"
 #include "platform/services/QzString.h"
@@ -14,6 +20,8 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <cstring>
+#include <typeinfo>
 #include <vector>
 
 namespace QzGui
@@ -430,6 +438,87 @@ void CQzCtrl::DrawCaption(int x, int y, const wchar_t* pszText, C3_SIZE* pDrawn)
 
 // ---------------------------------------------------------------------------------------------
 // Drawing
+
+namespace
+{
+
+// FNV-1a over 64-bit words: a change in any one word changes the digest.
+class LookHash
+{
+public:
+    void Add(uint64_t value) { m_nHash = (m_nHash ^ value) * 0x100000001b3ull; }
+    void Add(const RECT& rc)
+    {
+        Add(Pair(rc.left, rc.top));
+        Add(Pair(rc.right, rc.bottom));
+    }
+    void Add(const POINT& pt) { Add(Pair(pt.x, pt.y)); }
+    void Add(const std::string& text)
+    {
+        Add(text.size());
+        size_t at = 0;
+        for (; at + 8 <= text.size(); at += 8)
+        {
+            uint64_t word = 0;
+            std::memcpy(&word, text.data() + at, 8);
+            Add(word);
+        }
+        uint64_t tail = 0;
+        std::memcpy(&tail, text.data() + at, text.size() - at);
+        Add(tail);
+    }
+    uint64_t Get() const { return m_nHash != 0 ? m_nHash : 1; }
+
+private:
+    static uint64_t Pair(int32_t a, int32_t b) { return uint64_t(uint32_t(a)) << 32 | uint32_t(b); }
+    uint64_t m_nHash = 0xcbf29ce484222325ull;
+};
+
+// By identity: each class's type information is one object of this library, and anything else
+// (a host's subclass) is not a stock look.
+bool IsStockLook(const std::type_info& type)
+{
+    return &type == &typeid(CQzButton) || &type == &typeid(CQzStatic) || &type == &typeid(CQzCheck);
+}
+
+} // namespace
+
+// Covers what Show reads for these classes: UpdateState (the state, the check, the enabled
+// flag, a check box's hover look), the back (DrawBack and DrawTextured with the data set's
+// sections, which the epoch follows), the single-line caption; the rest of Show does nothing
+// without the mouse in, timers and effects.
+uint64_t CQzCtrl::LookDigestOf(const CQzBaseWindow& window)
+{
+    const std::type_info& type = typeid(window);
+    if (!IsStockLook(type))
+        return 0;
+    const CQzCtrl& ctrl = static_cast<const CQzCtrl&>(window);
+    const bool bBitmapBack = ctrl.m_pBackBitmap || ctrl.m_nBackType == QZ_BACK_GROUP;
+    if (ctrl.m_bMouseIn || !ctrl.m_lstTimer.empty() || ctrl.m_pBackEffect || ctrl.m_pFrontEffect ||
+        ctrl.IsDebugDraw() || ctrl.m_bMultiLine || bBitmapBack)
+        return 0;
+    LookHash hash;
+    hash.Add(reinterpret_cast<uintptr_t>(&type));
+    hash.Add(QzPlatform::CTableDataSet::Instance().GetEpoch());
+    hash.Add(ctrl.m_rcWindow);
+    hash.Add(uint64_t(ctrl.m_wState) | uint64_t(ctrl.m_byAlpha) << 16 |
+             uint64_t(ctrl.m_bShowBack) << 24 | uint64_t(ctrl.m_bCheck != 0) << 25 |
+             uint64_t(ctrl.IsWindowEnabled() != 0) << 26 | uint64_t(ctrl.m_bFrameMode != 0) << 27 |
+             uint64_t(ctrl.m_nBackType) << 32);
+    if (&type == &typeid(CQzCheck))
+        hash.Add(static_cast<const CQzCheck&>(ctrl).HasHoverLook());
+    hash.Add(ctrl.m_ptPicOffset);
+    hash.Add(ctrl.m_ptPicOffset2);
+    hash.Add(uint64_t(uint32_t(ctrl.m_nOffsetFrame)));
+    hash.Add(ctrl.m_rcAniOffset);
+    hash.Add(ctrl.m_strAniName);
+    hash.Add(ctrl.m_strText);
+    hash.Add(ctrl.m_strFont);
+    hash.Add(uint64_t(ctrl.m_dwTextColor) << 32 | ctrl.m_wTextFormat);
+    hash.Add(uint64_t(uint32_t(ctrl.m_sizeFont.iWidth)) << 32 | uint32_t(ctrl.m_sizeFont.iHeight));
+    hash.Add(ctrl.m_ptTextOffset);
+    return hash.Get();
+}
 
 BOOL CQzCtrl::Show()
 {

@@ -86,6 +86,12 @@ public:
 
     // Builds the tip from the record: the string table's text of its tip id, else its text.
     void LoadTip();
+    // A digest of everything Show reads, for a stock button, check box or caption (the window
+    // is one of those classes, not a subclass) whose Show only draws: while it stays the same,
+    // Show would draw what it drew before. 0 when Show has more to do (the mouse is in, timers,
+    // effects, debug mode) or reads more than the digest covers (any other class, multi-line
+    // text, bitmap and group backs).
+    static uint64_t LookDigestOf(const CQzBaseWindow& window);
     // Caption limit in bytes for SetWindowText; 0 or less: none.
     void SetTextLimit(int nMaxTextLen) { m_nMaxTextLen = nMaxTextLen; }
 

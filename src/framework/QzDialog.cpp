@@ -811,16 +811,21 @@ void CQzDialog::DrawCtrls()
 {
     m_pHoverCtrl = nullptr;
     // Each control is an item of the device: a device that keeps what it drew reuses a
-    // control's output while the control draws the same.
+    // control's output while the control draws the same, and repeats it without Show while
+    // the control's look is the one it was drawn under.
     QzPlatform::IRenderDevice& device = QzPlatform::GetRenderDevice();
     for (QzCtrlEntry* pEntry : m_lstCtrl)
     {
         CQzBaseWindow* pCtrl = pEntry->pCtrl;
         if (!pEntry->bCreated || !pCtrl->IsWindowVisible())
             continue;
-        device.BeginItem(pCtrl);
-        pCtrl->Show();
-        device.EndItem();
+        const uint64_t look = CQzCtrl::LookDigestOf(*pCtrl);
+        if (!device.RepeatItem(pCtrl, look))
+        {
+            device.BeginItem(pCtrl, look);
+            pCtrl->Show();
+            device.EndItem();
+        }
         if (pCtrl->IsMouseIn())
             m_pHoverCtrl = pCtrl;
     }

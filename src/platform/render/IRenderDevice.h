@@ -86,8 +86,22 @@ public:
     // The draw calls up to EndItem are one item's (a control, a dialog's back), named by `key`
     // from frame to frame. A device that keeps what it drew may reuse an item's output while
     // the item makes the same calls. Items do not nest: BeginItem ends an item still open.
-    virtual void BeginItem(const void* key) { (void)key; }
+    // `look` (0: none) is a digest of everything the item's drawing reads, for RepeatItem.
+    virtual void BeginItem(const void* key, uint64_t look = 0)
+    {
+        (void)key;
+        (void)look;
+    }
     virtual void EndItem() {}
+    // Draws the item again as it was drawn the frame before, when the device kept that and the
+    // item was drawn under the same nonzero look; false (nothing drawn) otherwise, and the caller
+    // draws the item.
+    virtual bool RepeatItem(const void* key, uint64_t look)
+    {
+        (void)key;
+        (void)look;
+        return false;
+    }
 };
 
 // The device in use (never null: the null device when none is installed).

@@ -33,6 +33,9 @@ public:
                                            DWORD keepAliveMs);
     // Whether the section is in the cache now (tests of the keep-alive).
     bool IsCached(const char* file, const char* section) const;
+    // Moves on whenever a cached section goes (purge, reload): what was drawn from sections
+    // before may look different now.
+    uint32_t GetEpoch() const { return m_nEpoch; }
 
 private:
     static constexpr DWORD kPurgeIntervalMs = 1000;

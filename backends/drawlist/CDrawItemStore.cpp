@@ -16,6 +16,20 @@ uint32_t RoomFor(uint32_t quads)
     return quads + quads / 2 + 2;
 }
 
+// Equality of two blocks of 8 x N bytes, compared in the open (no library call: it runs for
+// every draw call).
+template <size_t N> bool SameWords(const void* a, const void* b)
+{
+    uint64_t x[N];
+    uint64_t y[N];
+    std::memcpy(x, a, sizeof x);
+    std::memcpy(y, b, sizeof y);
+    uint64_t difference = 0;
+    for (size_t i = 0; i < N; ++i)
+        difference |= x[i] ^ y[i];
+    return difference == 0;
+}
+
 bool SameRect(const RectI& a, const RectI& b)
 {
     return a.left == b.left && a.top == b.top && a.right == b.right && a.bottom == b.bottom;
@@ -51,7 +65,7 @@ CDrawItemStore::CDrawItemStore(CDrawListBuilder& builder, const DrawAtlas& fillP
 bool CDrawItemStore::Same(const Recorded& recorded, const DrawCall& call, const std::string* text,
                           const std::string* face)
 {
-    if (std::memcmp(&recorded.call, &call, sizeof call) != 0)
+    if (!SameWords<sizeof(DrawCall) / 8>(&recorded.call, &call))
         return false;
     if (text && recorded.text != *text)
         return false;
@@ -248,42 +262,16 @@ void CDrawItemStore::Commit(Item& item)
         last.indexCount = std::min(last.indexCount, keptIndices - last.indexOffset);
     }
     if (total > item.capacity)
-    {
         Relocate(item, total);
-        item.used = m_nKept;
-    }
-    WriteChanged((size_t(item.first) + m_nKept) * 4, item.used > m_nKept ? item.used - m_nKept : 0);
+    const size_t at = (size_t(item.first) + m_nKept) * 4;
+    std::copy(m_scratch.vertices.begin(), m_scratch.vertices.end(), m_list.vertices.begin() + at);
+    MarkChanged(at, at + m_scratch.vertices.size());
     for (DrawCommand command : m_scratch.commands)
     {
         command.indexOffset += keptIndices;
         Append(item.commands, command);
     }
     item.used = total;
-}
-
-// Puts the scratch quads at the vertex `at`, where `old` quads of the frame before are: only
-// quads that differ are written (a caption that changes in its last digit rewrites that digit),
-// so the slot's memory is mostly read, and the changed range stays small.
-void CDrawItemStore::WriteChanged(size_t at, uint32_t old)
-{
-    const std::vector<DrawVertex>& source = m_scratch.vertices;
-    DrawVertex* target = m_list.vertices.data() + at;
-    const size_t quads = source.size() / 4;
-    const size_t compared = std::min<size_t>(quads, old);
-    size_t first = quads;
-    size_t end = 0;
-    for (size_t quad = 0; quad < quads; ++quad)
-    {
-        const DrawVertex* from = &source[quad * 4];
-        DrawVertex* to = target + quad * 4;
-        if (quad < compared && std::memcmp(from, to, 4 * sizeof(DrawVertex)) == 0)
-            continue;
-        std::memcpy(to, from, 4 * sizeof(DrawVertex));
-        first = std::min(first, quad);
-        end = quad + 1;
-    }
-    if (first < end)
-        MarkChanged(at + first * 4, at + end * 4);
 }
 
 // A slot at the end of the storage with room to grow; the kept quads move into it.
@@ -305,20 +293,22 @@ void CDrawItemStore::Relocate(Item& item, uint32_t quads)
 void CDrawItemStore::Emit(const Item& item)
 {
     const uint32_t offset = item.first * 6;
-    for (DrawCommand command : item.commands)
+    for (const DrawCommand& source : item.commands)
     {
-        command.indexOffset += offset;
-        if (!m_vecPending.empty() && !m_vecPending.back().outside)
+        const uint32_t indexOffset = source.indexOffset + offset;
+        if (!m_vecPending.empty())
         {
-            DrawCommand& last = m_vecPending.back().command;
-            if (last.atlas == command.atlas && SameRect(last.clip, command.clip) &&
-                last.indexOffset + last.indexCount == command.indexOffset)
+            Pending& last = m_vecPending.back();
+            if (!last.outside && last.command.atlas == source.atlas &&
+                last.command.indexOffset + last.command.indexCount == indexOffset &&
+                SameRect(last.command.clip, source.clip))
             {
-                last.indexCount += command.indexCount;
+                last.command.indexCount += source.indexCount;
                 continue;
             }
         }
-        m_vecPending.push_back(Pending{command, false});
+        m_vecPending.push_back(
+            Pending{DrawCommand{source.atlas, source.clip, indexOffset, source.indexCount}, false});
     }
 }
 

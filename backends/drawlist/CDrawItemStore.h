@@ -38,7 +38,9 @@ struct DrawCall
     int32_t args[9] = {};
     uint32_t colour[2] = {};
     float scale = 0.0f;
+    int32_t unused = 0; // pads the call to whole eight-byte words, so they compare as words
 };
+static_assert(sizeof(DrawCall) % 8 == 0, "draw calls compare in eight-byte words");
 
 class CDrawItemStore
 {
@@ -110,7 +112,6 @@ private:
     void CloseRun();
     void Diverge(Item& item);
     void Commit(Item& item);
-    void WriteChanged(size_t at, uint32_t old);
     void Relocate(Item& item, uint32_t quads);
     void Emit(const Item& item);
     void FlushOutside();

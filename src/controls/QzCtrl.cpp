@@ -442,11 +442,16 @@ void CQzCtrl::DrawCaption(int x, int y, const wchar_t* pszText, C3_SIZE* pDrawn)
 namespace
 {
 
-// FNV-1a over 64-bit words: a change in any one word changes the digest.
+// FNV-1a over 64-bit words in four independent lanes, so that the multiplications overlap: a
+// change in any one word changes the digest.
 class LookHash
 {
 public:
-    void Add(uint64_t value) { m_nHash = (m_nHash ^ value) * 0x100000001b3ull; }
+    void Add(uint64_t value)
+    {
+        uint64_t& lane = m_nLanes[m_nNext++ & 3];
+        lane = (lane ^ value) * kPrime;
+    }
     void Add(const RECT& rc)
     {
         Add(Pair(rc.left, rc.top));
@@ -467,11 +472,20 @@ public:
         std::memcpy(&tail, text.data() + at, text.size() - at);
         Add(tail);
     }
-    uint64_t Get() const { return m_nHash != 0 ? m_nHash : 1; }
+    uint64_t Get() const
+    {
+        uint64_t hash = kOffset;
+        for (uint64_t lane : m_nLanes)
+            hash = (hash ^ lane) * kPrime;
+        return hash != 0 ? hash : 1;
+    }
 
 private:
+    static constexpr uint64_t kOffset = 0xcbf29ce484222325ull;
+    static constexpr uint64_t kPrime = 0x100000001b3ull;
     static uint64_t Pair(int32_t a, int32_t b) { return uint64_t(uint32_t(a)) << 32 | uint32_t(b); }
-    uint64_t m_nHash = 0xcbf29ce484222325ull;
+    uint64_t m_nLanes[4] = {kOffset, kOffset ^ 1, kOffset ^ 2, kOffset ^ 3};
+    unsigned m_nNext = 0;
 };
 
 // By identity: each class's type information is one object of this library, and anything else

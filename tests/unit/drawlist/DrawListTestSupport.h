@@ -32,7 +32,12 @@ public:
     std::string WritePng(const std::string& name, int width, int height,
                          const std::function<uint32_t(int, int)>& pixel) const
     {
-        const std::string path = Path(name);
+        return WritePngAt(Path(name), width, height, pixel);
+    }
+
+    static std::string WritePngAt(const std::string& path, int width, int height,
+                                  const std::function<uint32_t(int, int)>& pixel)
+    {
         cairo_surface_t* surface = cairo_image_surface_create(CAIRO_FORMAT_ARGB32, width, height);
         cairo_surface_flush(surface);
         unsigned char* data = cairo_image_surface_get_data(surface);

@@ -217,7 +217,18 @@ uint32_t CDrawItemStore::Find(const void* key)
 {
     const uint32_t expected = m_vecVisited.empty() ? 0 : m_vecVisited.back() + 1;
     if (expected < m_vecItems.size() && m_vecItems[expected].key == key)
+    {
+        // The item after it is asked for next: its record is fetched while this one draws.
+        if (expected + 1 < m_vecItems.size())
+        {
+            const Item& next = m_vecItems[expected + 1];
+            __builtin_prefetch(next.calls.data());
+            __builtin_prefetch(next.commands.data());
+        }
+        if (expected + 2 < m_vecItems.size())
+            __builtin_prefetch(&m_vecItems[expected + 2]);
         return expected;
+    }
     m_bReorder = true;
     const auto found = m_mapItems.find(key);
     return found != m_mapItems.end() ? found->second : kNone;

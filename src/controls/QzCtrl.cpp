@@ -2,6 +2,8 @@
 
 #include "controls/QzButton.h"
 #include "controls/QzCheck.h"
+#include "controls/QzLookHash.h"
+#include "controls/QzSlider.h"
 #include "controls/QzStatic.h"
 
 #include "framework/IQzGuiMgr.h"
@@ -442,95 +444,60 @@ void CQzCtrl::DrawCaption(int x, int y, const wchar_t* pszText, C3_SIZE* pDrawn)
 namespace
 {
 
-// FNV-1a over 64-bit words in four independent lanes, so that the multiplications overlap: a
-// change in any one word changes the digest.
-class LookHash
-{
-public:
-    void Add(uint64_t value)
-    {
-        uint64_t& lane = m_nLanes[m_nNext++ & 3];
-        lane = (lane ^ value) * kPrime;
-    }
-    void Add(const RECT& rc)
-    {
-        Add(Pair(rc.left, rc.top));
-        Add(Pair(rc.right, rc.bottom));
-    }
-    void Add(const POINT& pt) { Add(Pair(pt.x, pt.y)); }
-    void Add(const std::string& text)
-    {
-        Add(text.size());
-        size_t at = 0;
-        for (; at + 8 <= text.size(); at += 8)
-        {
-            uint64_t word = 0;
-            std::memcpy(&word, text.data() + at, 8);
-            Add(word);
-        }
-        uint64_t tail = 0;
-        std::memcpy(&tail, text.data() + at, text.size() - at);
-        Add(tail);
-    }
-    uint64_t Get() const
-    {
-        uint64_t hash = kOffset;
-        for (uint64_t lane : m_nLanes)
-            hash = (hash ^ lane) * kPrime;
-        return hash != 0 ? hash : 1;
-    }
-
-private:
-    static constexpr uint64_t kOffset = 0xcbf29ce484222325ull;
-    static constexpr uint64_t kPrime = 0x100000001b3ull;
-    static uint64_t Pair(int32_t a, int32_t b) { return uint64_t(uint32_t(a)) << 32 | uint32_t(b); }
-    uint64_t m_nLanes[4] = {kOffset, kOffset ^ 1, kOffset ^ 2, kOffset ^ 3};
-    unsigned m_nNext = 0;
-};
-
 // By identity: each class's type information is one object of this library, and anything else
-// (a host's subclass) is not a stock look.
-bool IsStockLook(const std::type_info& type)
+// (a host's subclass) has no stock look.
+bool IsCaptionLook(const std::type_info& type)
 {
     return &type == &typeid(CQzButton) || &type == &typeid(CQzStatic) || &type == &typeid(CQzCheck);
 }
 
 } // namespace
 
-// Covers what Show reads for these classes: UpdateState (the state, the check, the enabled
-// flag, a check box's hover look), the back (DrawBack and DrawTextured with the data set's
-// sections, which the epoch follows), the single-line caption; the rest of Show does nothing
-// without the mouse in, timers and effects.
 uint64_t CQzCtrl::LookDigestOf(const CQzBaseWindow& window)
 {
     const std::type_info& type = typeid(window);
-    if (!IsStockLook(type))
-        return 0;
-    const CQzCtrl& ctrl = static_cast<const CQzCtrl&>(window);
-    const bool bBitmapBack = ctrl.m_pBackBitmap || ctrl.m_nBackType == QZ_BACK_GROUP;
-    if (ctrl.m_bMouseIn || !ctrl.m_lstTimer.empty() || ctrl.m_pBackEffect || ctrl.m_pFrontEffect ||
-        ctrl.IsDebugDraw() || ctrl.m_bMultiLine || bBitmapBack)
-        return 0;
-    LookHash hash;
-    hash.Add(reinterpret_cast<uintptr_t>(&type));
+    if (IsCaptionLook(type))
+        return static_cast<const CQzCtrl&>(window).CaptionLook(type);
+    if (&type == &typeid(CQzSlider))
+        return static_cast<const CQzSlider&>(window).ThumbLook();
+    return 0;
+}
+
+// Show does nothing but draw without the mouse in, timers, effects and debug mode; the data
+// set's epoch follows the sections it draws.
+bool CQzCtrl::StartLook(CQzLookHash& hash) const
+{
+    if (m_bMouseIn || !m_lstTimer.empty() || m_pBackEffect || m_pFrontEffect || IsDebugDraw())
+        return false;
+    hash.Add(reinterpret_cast<uintptr_t>(&typeid(*this)));
     hash.Add(QzPlatform::CTableDataSet::Instance().GetEpoch());
-    hash.Add(ctrl.m_rcWindow);
-    hash.Add(uint64_t(ctrl.m_wState) | uint64_t(ctrl.m_byAlpha) << 16 |
-             uint64_t(ctrl.m_bShowBack) << 24 | uint64_t(ctrl.m_bCheck != 0) << 25 |
-             uint64_t(ctrl.IsWindowEnabled() != 0) << 26 | uint64_t(ctrl.m_bFrameMode != 0) << 27 |
-             uint64_t(ctrl.m_nBackType) << 32);
+    hash.Add(m_rcWindow);
+    hash.Add(m_strAniName);
+    hash.Add(uint64_t(m_wState) | uint64_t(m_byAlpha) << 16 | uint64_t(m_bShowBack) << 24 |
+             uint64_t(m_bCheck != 0) << 25 | uint64_t(IsWindowEnabled() != 0) << 26 |
+             uint64_t(m_bFrameMode != 0) << 27 | uint64_t(m_nBackType) << 32);
+    return true;
+}
+
+// UpdateState (the state, the check, the enabled flag, a check box's hover look), the back
+// (DrawBack, DrawTextured) and the single-line caption. Multi-line captions read the string
+// table, bitmap and group backs objects of their own: those are drawn every frame.
+uint64_t CQzCtrl::CaptionLook(const std::type_info& type) const
+{
+    CQzLookHash hash;
+    if (m_bMultiLine || m_pBackBitmap || m_nBackType == QZ_BACK_GROUP || !StartLook(hash))
+        return 0;
     if (&type == &typeid(CQzCheck))
-        hash.Add(static_cast<const CQzCheck&>(ctrl).HasHoverLook());
-    hash.Add(ctrl.m_ptPicOffset);
-    hash.Add(ctrl.m_ptPicOffset2);
-    hash.Add(uint64_t(uint32_t(ctrl.m_nOffsetFrame)));
-    hash.Add(ctrl.m_rcAniOffset);
-    hash.Add(ctrl.m_strAniName);
-    hash.Add(ctrl.m_strText);
-    hash.Add(ctrl.m_strFont);
-    hash.Add(uint64_t(ctrl.m_dwTextColor) << 32 | ctrl.m_wTextFormat);
-    hash.Add(uint64_t(uint32_t(ctrl.m_sizeFont.iWidth)) << 32 | uint32_t(ctrl.m_sizeFont.iHeight));
-    hash.Add(ctrl.m_ptTextOffset);
+        hash.Add(static_cast<const CQzCheck&>(*this).HasHoverLook());
+    hash.Add(m_ptPicOffset);
+    hash.Add(m_ptPicOffset2);
+    hash.Add(uint64_t(uint32_t(m_nOffsetFrame)));
+    hash.Add(m_rcAniOffset);
+    hash.Add(m_strText);
+    hash.Add(m_strFont);
+    hash.Add(uint64_t(m_dwTextColor) << 32 | m_wTextFormat);
+    hash.Add(uint64_t(uint32_t(m_sizeFont.iWidth)) << 32 | uint32_t(m_sizeFont.iHeight));
+    hash.Add(m_ptTextOffset);
     return hash.Get();
 }
 

@@ -10,9 +10,12 @@
 
 #include <list>
 #include <string>
+#include <typeinfo>
 
 namespace QzGui
 {
+
+class CQzLookHash;
 
 // One line of a control's tip.
 struct QzTipLine
@@ -86,16 +89,19 @@ public:
 
     // Builds the tip from the record: the string table's text of its tip id, else its text.
     void LoadTip();
-    // A digest of everything Show reads, for a stock button, check box or caption (the window
-    // is one of those classes, not a subclass) whose Show only draws: while it stays the same,
-    // Show would draw what it drew before. 0 when Show has more to do (the mouse is in, timers,
-    // effects, debug mode) or reads more than the digest covers (any other class, multi-line
-    // text, bitmap and group backs).
+    // A digest of everything Show reads, for a stock button, check box, caption or slider (the
+    // window is one of those classes, not a subclass) whose Show only draws: while it stays the
+    // same, Show would draw what it drew before. 0 when Show has more to do (the mouse is in,
+    // timers, effects, debug mode) or reads more than the digest covers (any other class,
+    // multi-line text, bitmap and group backs).
     static uint64_t LookDigestOf(const CQzBaseWindow& window);
     // Caption limit in bytes for SetWindowText; 0 or less: none.
     void SetTextLimit(int nMaxTextLen) { m_nMaxTextLen = nMaxTextLen; }
 
 protected:
+    // Starts a look digest with what every stock look reads; false when Show has more to do
+    // than draw.
+    bool StartLook(CQzLookHash& hash) const;
     // The record's click sound through the manager, when the record names one.
     void PlayClickSound();
     // WM_COMMAND with the code to the parent window; nothing without a parent.
@@ -126,6 +132,10 @@ protected:
     int m_nTipAlign = 0;
     std::list<QzTipLine> m_lstTip;
     std::string m_strTipAni;
+
+private:
+    // The look digest of a stock button, check box or caption (`type` is the window's).
+    uint64_t CaptionLook(const std::type_info& type) const;
 };
 
 } // namespace QzGui

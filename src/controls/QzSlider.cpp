@@ -1,5 +1,7 @@
 #include "controls/QzSlider.h"
 
+#include "controls/QzLookHash.h"
+
 #include "layout/IQzGuiWndInfo.h"
 #include "platform/render/MyBitmap.h"
 #include "platform/services/QzAniStore.h"
@@ -206,6 +208,18 @@ void CQzSlider::Notify(WORD nCode)
 
 // ---------------------------------------------------------------------------------------------
 // Drawing
+
+// The thumb's section, place, state and learnt lengths (Show changes the lengths: the digest
+// before a Show that learns one differs from the one after).
+uint64_t CQzSlider::ThumbLook() const
+{
+    CQzLookHash hash;
+    if (!StartLook(hash))
+        return 0;
+    hash.Add(uint64_t(uint32_t(m_nThumbPos)) << 32 | m_nStyle);
+    hash.Add(uint64_t(uint32_t(m_nBtnLenH)) << 32 | uint32_t(m_nBtnLenV));
+    return hash.Get();
+}
 
 BOOL CQzSlider::Show()
 {

@@ -59,6 +59,8 @@ public:
     int GetTrackHeight() const;
     // Keeps a copy of the point for the host; null is ignored.
     void SetExtraPoint(const POINT* pPoint);
+    // The look digest of a stock slider: what DrawThumb reads (see CQzCtrl::LookDigestOf).
+    uint64_t ThumbLook() const;
 
 private:
     bool IsHorizontal() const { return m_nStyle == QZ_SLIDER_HORZ; }

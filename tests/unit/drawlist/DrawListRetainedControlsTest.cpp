@@ -7,6 +7,7 @@
 
 #include "controls/QzButton.h"
 #include "controls/QzCheck.h"
+#include "controls/QzSlider.h"
 #include "platform/render/TableDataSet.h"
 
 #include <gtest/gtest.h>
@@ -47,6 +48,8 @@ protected:
         m_pCheck->SetWindowText("Sound");
         m_pStatic = AddCtrl<CQzStatic>(3, {10, 100, 200, 130});
         m_pStatic->SetWindowText("Score 10");
+        m_pSlider = AddCtrl<CQzSlider>(4, {10, 140, 210, 160});
+        m_pSlider->PreSetParam(100, QZ_SLIDER_HORZ);
         Open();
         m_harness.MouseMove(900, 700);
         QzPlatform::SetRenderDevice(&m_kept);
@@ -77,6 +80,7 @@ protected:
     CQzButton* m_pButton = nullptr;
     CQzCheck* m_pCheck = nullptr;
     CQzStatic* m_pStatic = nullptr;
+    CQzSlider* m_pSlider = nullptr;
 };
 
 TEST_F(RetainedControls, EachActionShowsAsOnADeviceThatKeepsNothing)
@@ -88,6 +92,8 @@ TEST_F(RetainedControls, EachActionShowsAsOnADeviceThatKeepsNothing)
 
     m_pStatic->SetWindowText("Score 11");
     ExpectFrame("caption");
+    m_pSlider->SetValue(60, FALSE);
+    ExpectFrame("slider");
     m_harness.MouseMove(150, 175); // the check box
     m_harness.LButtonDown(150, 175);
     m_harness.LButtonUp(150, 175);

@@ -32,33 +32,39 @@ std::unique_ptr<HostedWindow> CHostedWindowTable::Remove(HWND hwnd)
     return m_table.Remove(FromHandle(hwnd));
 }
 
+// The windows whose record passes `keep`, oldest first: each record is looked up once, and the
+// windows are put in order by their serials.
+template <typename Keep> std::vector<HWND> CHostedWindowTable::Collect(Keep keep) const
+{
+    std::vector<std::pair<uint64_t, HWND>> found;
+    for (uint64_t handle : m_table.Handles())
+    {
+        const HWND hwnd = ToHandle<HWND>(handle);
+        const HostedWindow* window = Find(hwnd);
+        if (keep(*window))
+            found.emplace_back(window->serial, hwnd);
+    }
+    std::sort(found.begin(), found.end());
+    std::vector<HWND> windows;
+    windows.reserve(found.size());
+    for (const auto& entry : found)
+        windows.push_back(entry.second);
+    return windows;
+}
+
 std::vector<HWND> CHostedWindowTable::All() const
 {
-    std::vector<HWND> windows;
-    for (uint64_t handle : m_table.Handles())
-        windows.push_back(ToHandle<HWND>(handle));
-    std::sort(windows.begin(), windows.end(),
-              [this](HWND a, HWND b) { return Find(a)->serial < Find(b)->serial; });
-    return windows;
+    return Collect([](const HostedWindow&) { return true; });
 }
 
 std::vector<HWND> CHostedWindowTable::Children(HWND parent) const
 {
-    std::vector<HWND> children = All();
-    children.erase(std::remove_if(children.begin(), children.end(),
-                                  [this, parent](HWND hwnd)
-                                  { return Find(hwnd)->parent != parent; }),
-                   children.end());
-    return children;
+    return Collect([parent](const HostedWindow& window) { return window.parent == parent; });
 }
 
 std::vector<HWND> CHostedWindowTable::Owned(HWND owner) const
 {
-    std::vector<HWND> owned = All();
-    owned.erase(std::remove_if(owned.begin(), owned.end(),
-                               [this, owner](HWND hwnd) { return Find(hwnd)->owner != owner; }),
-                owned.end());
-    return owned;
+    return Collect([owner](const HostedWindow& window) { return window.owner == owner; });
 }
 
 bool CHostedWindowTable::IsDescendant(HWND ancestor, HWND hwnd) const

@@ -41,6 +41,8 @@ public:
     void Clear();
 
 private:
+    template <typename Keep> std::vector<HWND> Collect(Keep keep) const;
+
     CHandleTable<HostedWindow> m_table;
     uint64_t m_nNextSerial = 1;
     HWND m_hFocus = nullptr;

@@ -82,6 +82,12 @@ void CDrawItemStore::BeginFrame()
     m_list.vertices.resize(size_t(m_nItemQuads) * 4);
     m_list.indices.resize(size_t(m_nItemQuads) * 6);
     m_list.commands.clear();
+    StartRun();
+}
+
+// Nothing drawn yet outside items, no command of the frame, nothing rewritten.
+void CDrawItemStore::StartRun()
+{
     m_outside.Reset(m_fillPage);
     m_builder.SetTarget(m_outside);
     m_nOutsideFlushed = 0;
@@ -436,12 +442,7 @@ void CDrawItemStore::Clear()
     m_nOpen = kNone;
     m_bDiverged = false;
     m_scratch.Reset(m_fillPage);
-    m_outside.Reset(m_fillPage);
-    m_builder.SetTarget(m_outside);
-    m_nOutsideFlushed = 0;
-    m_vecPending.clear();
-    m_nChangedBegin = SIZE_MAX;
-    m_nChangedEnd = 0;
+    StartRun();
     m_bFrameOpen = true;
 }
 

@@ -110,6 +110,7 @@ private:
     uint32_t FindOrAdd(const void* key);
     // Ends an item still open and the commands drawn outside items so far.
     void CloseRun();
+    void StartRun();
     void Diverge(Item& item);
     void Commit(Item& item);
     void Relocate(Item& item, uint32_t quads);

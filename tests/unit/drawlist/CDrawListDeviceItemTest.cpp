@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <random>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -21,7 +22,7 @@ using QzPlatform::RectI;
 const int kWidth = 96;
 const int kHeight = 64;
 const uint32_t kBackground = 0xFF000000;
-const char kKeys[] = "atcs";
+const char kKeys[] = "atcsu";
 
 class DrawListItems : public ::testing::Test
 {
@@ -65,6 +66,11 @@ protected:
         case 't': // a caption, longer with each variant
             device.DrawText(2, 30, std::string(size_t(1 + variant * 6), char('A' + variant)),
                             FontSpec{"", 12}, 0xFFFFFFFF, 0xFF000000);
+            break;
+        case 'u': // a fill that stays, then a caption that grows
+            device.FillRect(60, 40, 90, 60, 0xFF405060u);
+            device.DrawText(60, 44, std::string(size_t(1 + variant * 5), 'x'), FontSpec{"", 10},
+                            0xFFFFFF00u, 0);
             break;
         case 'c': // a clip of its own
             device.PushClip(RectI{40, 2 + variant, 60, 20});
@@ -156,6 +162,38 @@ TEST_F(DrawListItems, EveryFrameLooksAsAFreshDeviceDrawsIt)
         kept.ClearCaches();
         for (const std::string& frame : frames)
             ExpectFrame(frame);
+    }
+}
+
+// Frames made of random tokens: items that change, vanish, come back, move in the order, are
+// drawn twice or under another clip, calls outside items between them, now and then a frame
+// whose many short-lived items make the storage be packed again.
+TEST_F(DrawListItems, RandomFramesLookAsAFreshDeviceDrawsThem)
+{
+    std::mt19937 random(20261124);
+    const std::string tokens[] = {"a0", "a1", "a2", "t0",    "t1",      "t2",     "t3",
+                                  "c0", "c1", "c2", "s0",    "s1",      "o0",     "o1",
+                                  "u0", "u1", "u3", "a0 a1", "K1 t1 P", "K0 c2 P"};
+    const size_t count = sizeof tokens / sizeof tokens[0];
+    for (int frame = 0; frame < 300; ++frame)
+    {
+        std::string script;
+        for (int token = int(random() % 6); token >= 0; --token)
+            script += tokens[random() % count] + " ";
+        if (frame % 50 == 49)
+        {
+            kept.BeginFrame();
+            for (int i = 0; i < 2000; ++i)
+            {
+                kept.BeginItem(&m_large[0] + i);
+                kept.FillRect(i % kWidth, 20, i % kWidth + 1, 22, 0xFF00FF00u);
+                kept.EndItem();
+            }
+            kept.EndFrame();
+        }
+        ExpectFrame(script);
+        if (HasFailure())
+            return;
     }
 }
 

@@ -17,14 +17,46 @@ std::atomic<long> g_nAllocations{0};
 
 } // namespace
 
-// Every allocation of the test program is counted. The functions are never inlined, so that a
-// memory checker that puts its own in their place replaces all of them.
-__attribute__((noinline)) void* operator new(std::size_t size)
+// Every allocation of the test program is counted. Every form of new and delete is replaced, so
+// that each block is freed the way it was allocated (the library also allocates with nothrow
+// new). The functions are never inlined, so that a memory checker that puts its own in their
+// place replaces all of them.
+namespace
+{
+
+void* Allocate(std::size_t size) noexcept
 {
     ++g_nAllocations;
-    if (void* block = std::malloc(size == 0 ? 1 : size))
+    return std::malloc(size == 0 ? 1 : size);
+}
+
+void* AllocateOrThrow(std::size_t size)
+{
+    if (void* block = Allocate(size))
         return block;
     throw std::bad_alloc();
+}
+
+} // namespace
+
+__attribute__((noinline)) void* operator new(std::size_t size)
+{
+    return AllocateOrThrow(size);
+}
+
+__attribute__((noinline)) void* operator new[](std::size_t size)
+{
+    return AllocateOrThrow(size);
+}
+
+__attribute__((noinline)) void* operator new(std::size_t size, const std::nothrow_t&) noexcept
+{
+    return Allocate(size);
+}
+
+__attribute__((noinline)) void* operator new[](std::size_t size, const std::nothrow_t&) noexcept
+{
+    return Allocate(size);
 }
 
 __attribute__((noinline)) void operator delete(void* block) noexcept
@@ -32,7 +64,17 @@ __attribute__((noinline)) void operator delete(void* block) noexcept
     std::free(block);
 }
 
+__attribute__((noinline)) void operator delete[](void* block) noexcept
+{
+    std::free(block);
+}
+
 __attribute__((noinline)) void operator delete(void* block, std::size_t) noexcept
+{
+    std::free(block);
+}
+
+__attribute__((noinline)) void operator delete[](void* block, std::size_t) noexcept
 {
     std::free(block);
 }

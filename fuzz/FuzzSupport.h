@@ -202,6 +202,12 @@ inline bool AddTextStep(std::string& pending, const uint8_t* step, size_t nMax, 
 // ini/Fuzz.ini at a fixed clock, and the dialogs and windows a target adds, made and ended in the
 // order a host makes and ends them. The host window goes last, and the edit shell's hidden system
 // windows, its children, with it, as when a game closes.
+//
+// Making and ending a manager costs more than most inputs do, so the input targets share one
+// (Shared) and start every input from the same state instead (BeginInput, EndInput): no dialog,
+// no capture, key focus or debug mode, the clock at its start, and the layout as the file gives
+// it. An input that crashes is run again alone in a fresh process (fuzz/run.sh), which tells
+// whether it fails by itself.
 class CFuzzScreen
 {
 public:
@@ -215,9 +221,7 @@ public:
     }
     ~CFuzzScreen()
     {
-        m_ctrls.clear();
-        while (!m_dialogs.empty())
-            m_dialogs.pop_back(); // child dialogs first
+        RemoveAll();
         m_pMgr->Release();
         DestroyWindow(Host().hWnd);
         Host().hWnd = nullptr;
@@ -253,14 +257,71 @@ public:
         }
     }
 
+    // The screen the input targets share: made in LLVMFuzzerInitialize (so that no input is
+    // charged with it) and ended when the process exits.
+    static CFuzzScreen& Shared()
+    {
+        static CFuzzScreen* s_pScreen = nullptr;
+        if (!s_pScreen)
+        {
+            s_pScreen = new CFuzzScreen;
+            std::atexit([] { delete s_pScreen; });
+        }
+        return *s_pScreen;
+    }
+    void BeginInput()
+    {
+        QzPlatform::Host::SetTime(100000);
+        if (m_strLayout.empty())
+            QzPlatform::Host::GetMemoryFile("ini/Fuzz.ini", &m_strLayout);
+        SetFocus(Host().hWnd);
+    }
+    // Takes the input's dialogs and windows away and puts the manager back as BeginInput found
+    // it; the layout file is written again and read when debug mode was on (its tools change
+    // records and may save them) or the file changed.
+    void EndInput()
+    {
+        RemoveAll();
+        m_pMgr->ReleaseCapture();
+        m_pMgr->SetKeyFocus(nullptr);
+        const bool bDebugged = m_bDebugged || m_pMgr->GetDebugMode() != 0;
+        m_pMgr->SetDebugMode(0);
+        m_bDebugged = false;
+        std::string layout;
+        QzPlatform::Host::GetMemoryFile("ini/Fuzz.ini", &layout);
+        if (!bDebugged && layout == m_strLayout)
+            return;
+        WriteFile("ini/Fuzz.ini", m_strLayout);
+        m_pMgr->ReloadLayout();
+    }
+    // Debug mode for the rest of the input.
+    void SetDebugMode(int nMode)
+    {
+        m_bDebugged = m_bDebugged || nMode != 0;
+        m_pMgr->SetDebugMode(nMode);
+    }
+
     QzGui::CQzGuiMgr* Mgr() const { return m_pMgr; }
     const std::vector<std::unique_ptr<CFuzzCtrl>>& Ctrls() const { return m_ctrls; }
     const std::vector<std::unique_ptr<QzGui::CQzDialog>>& Dialogs() const { return m_dialogs; }
 
 private:
+    // Child dialogs first, each removed from the manager before it goes.
+    void RemoveAll()
+    {
+        m_ctrls.clear();
+        while (!m_dialogs.empty())
+        {
+            if (m_pMgr->IsRegistered(m_dialogs.back().get()))
+                m_pMgr->RemoveDialog(m_dialogs.back().get());
+            m_dialogs.pop_back();
+        }
+    }
     QzGui::CQzGuiMgr* m_pMgr = nullptr;
     std::vector<std::unique_ptr<CFuzzCtrl>> m_ctrls;
     std::vector<std::unique_ptr<QzGui::CQzDialog>> m_dialogs;
+    std::string m_strLayout; // the layout file every input starts from
+    bool m_bDebugged = false;
 };
 
 } // namespace QzFuzz

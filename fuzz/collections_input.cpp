@@ -215,6 +215,7 @@ extern "C" int LLVMFuzzerInitialize(int*, char***)
     QzFuzz::WriteFile("ini/Fuzz.ini", kLayout);
     QzFuzz::WriteFile("ani/Control.ani", kAni);
     QzFuzz::SetupHost();
+    QzFuzz::CFuzzScreen::Shared();
     return 0;
 }
 
@@ -222,7 +223,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
     if (size < 1)
         return 0;
-    QzFuzz::CFuzzScreen screen;
+    QzFuzz::CFuzzScreen& screen = QzFuzz::CFuzzScreen::Shared();
+    screen.BeginInput();
     CQzGuiMgr* pMgr = screen.Mgr();
     CQzDialog dialog(1, nullptr);
     Controls controls;
@@ -261,5 +263,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
         }
     }
     pMgr->RemoveDialog(&dialog);
+    screen.EndInput();
     return 0;
 }

@@ -130,12 +130,14 @@ extern "C" int LLVMFuzzerInitialize(int*, char***)
     QzFuzz::WriteFile("ini/Fuzz.ini", kLayout);
     QzFuzz::WriteFile("ani/Control.ani", kAni);
     QzFuzz::SetupHost();
+    QzFuzz::CFuzzScreen::Shared();
     return 0;
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
-    QzFuzz::CFuzzScreen screen;
+    QzFuzz::CFuzzScreen& screen = QzFuzz::CFuzzScreen::Shared();
+    screen.BeginInput();
     CQzGuiMgr* pMgr = screen.Mgr();
     CQzDialog dialog(1, nullptr);
     Controls controls;
@@ -172,5 +174,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
         }
     }
     pMgr->RemoveDialog(&dialog);
+    screen.EndInput();
     return 0;
 }

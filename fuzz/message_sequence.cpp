@@ -2,8 +2,9 @@
 // modes against a populated GUI manager: four top-level dialogs (one with two child dialogs,
 // one that drags and flies, one topmost, one that stays in place when clicked), each with a few
 // windows that take the capture on a press and notify their dialog on the release; one window
-// hides its dialog when clicked, as a close button does. Everything is made again for every
-// input. An input is a list of 6-byte steps: kind, a value, x and y (signed 16 bits each).
+// hides its dialog when clicked, as a close button does. The dialogs and windows are made again
+// for every input, on the manager the inputs share. An input is a list of 6-byte steps: kind, a
+// value, x and y (signed 16 bits each).
 #include "FuzzSupport.h"
 
 namespace
@@ -78,7 +79,7 @@ void Step(QzFuzz::CFuzzScreen& screen, const uint8_t* step)
         pDialog->ShowWindow(pDialog->IsWindowVisible() ? SW_HIDE : SW_SHOW);
     }
     else
-        pMgr->SetDebugMode(value % 3);
+        screen.SetDebugMode(value % 3);
 }
 
 } // namespace
@@ -88,17 +89,19 @@ extern "C" int LLVMFuzzerInitialize(int*, char***)
     QzFuzz::Setup();
     QzFuzz::WriteFile("ini/Gui3DEffect.ini", "");
     QzFuzz::WriteFile("ani/Control.ani", kAni);
+    QzFuzz::WriteFile("ini/Fuzz.ini", kLayout);
     QzFuzz::SetupHost();
+    QzFuzz::CFuzzScreen::Shared();
     return 0;
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
-    // The debugging tools may write into the layout file: every input starts from it.
-    QzFuzz::WriteFile("ini/Fuzz.ini", kLayout);
-    QzFuzz::CFuzzScreen screen;
+    QzFuzz::CFuzzScreen& screen = QzFuzz::CFuzzScreen::Shared();
+    screen.BeginInput();
     Populate(screen);
     for (size_t offset = 0; offset + kStepSize <= size; offset += kStepSize)
         Step(screen, data + offset);
+    screen.EndInput();
     return 0;
 }

@@ -6,7 +6,8 @@
 # target finds (WORK/found/<name>-crash-..., leak-, timeout-, oom-). One line a target: runs,
 # runs a second, coverage, and the runs of every budget spent on WORK so far (WORK/history
 # keeps one line a run: target, runs, seconds, coverage). Fails when a target found something
-# (its input is kept in found/).
+# (its input is kept in found/); each finding is then run again alone in a fresh process, which
+# tells whether it fails by itself (the input targets share one GUI manager between inputs).
 set -euo pipefail
 build=$1 seconds=$2 work=$3
 shift 3
@@ -26,6 +27,15 @@ for name in "${targets[@]}"; do
       -timeout=30 -print_final_stats=1 -artifact_prefix="$work/found/$name-" "$corpus" \
       "$here/corpus/$name" >"$log" 2>&1; then
     echo "$name: FOUND something, see $log and $work/found/"
+    for finding in "$work/found/$name"-*; do
+      [ -f "$finding" ] || continue
+      case "$finding" in *.log) continue ;; esac
+      if "$build/fuzz/qzgui-fuzz-$name" "$finding" >"$finding.alone.log" 2>&1; then
+        echo "  $finding does not fail alone (see $finding.alone.log)"
+      else
+        echo "  $finding fails alone too"
+      fi
+    done
     status=1
     continue
   fi

@@ -272,8 +272,7 @@ public:
     void BeginInput()
     {
         QzPlatform::Host::SetTime(100000);
-        if (m_strLayout.empty())
-            QzPlatform::Host::GetMemoryFile("ini/Fuzz.ini", &m_strLayout);
+        QzPlatform::Host::GetMemoryFile("ini/Fuzz.ini", &m_strLayout);
         SetFocus(Host().hWnd);
     }
     // Takes the input's dialogs and windows away and puts the manager back as BeginInput found
@@ -320,7 +319,7 @@ private:
     QzGui::CQzGuiMgr* m_pMgr = nullptr;
     std::vector<std::unique_ptr<CFuzzCtrl>> m_ctrls;
     std::vector<std::unique_ptr<QzGui::CQzDialog>> m_dialogs;
-    std::string m_strLayout; // the layout file every input starts from
+    std::string m_strLayout; // the layout file the input started from
     bool m_bDebugged = false;
 };
 

@@ -2,7 +2,8 @@
 // whose host registers dialogs 1 to 3 (dialog 1 with the child dialog 4) and windows 1 to 3 in
 // each. Whatever the file says about them (places, sizes, back types, offsets, tips, fly-ins,
 // topmost and click flags, effects, groups, bitmaps), they are then drawn for some frames,
-// hovered and clicked one by one, hidden and shown again, and drawn in debug mode.
+// hovered and clicked one by one, hidden and shown again, and drawn in debug mode. The manager
+// the inputs share reloads the layout for each.
 #include "FuzzSupport.h"
 
 namespace
@@ -57,9 +58,9 @@ void Play(QzFuzz::CFuzzScreen& screen)
         pDialog->ShowWindow(SW_SHOW);
         screen.Frames(3, 100);
     }
-    pMgr->SetDebugMode(1);
+    screen.SetDebugMode(1);
     screen.Frames(2, 100);
-    pMgr->SetDebugMode(0);
+    screen.SetDebugMode(0);
 }
 
 } // namespace
@@ -71,14 +72,19 @@ extern "C" int LLVMFuzzerInitialize(int*, char***)
     QzFuzz::WriteFile("ini/AniGroup.ini", "[G]\nAmount=2\nSection_1=Button\nTop_1=3\nLeft_1=4\n"
                                           "Section_2=Panel\n");
     QzFuzz::WriteFile("ini/Gui3DEffect.ini", "Fx 100 50 10 20 1.5 0.5 30\n");
+    QzFuzz::WriteFile("ini/Fuzz.ini", "");
     QzFuzz::SetupHost();
+    QzFuzz::CFuzzScreen::Shared();
     return 0;
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
+    QzFuzz::CFuzzScreen& screen = QzFuzz::CFuzzScreen::Shared();
     QzFuzz::WriteFile("ini/Fuzz.ini", data, size);
-    QzFuzz::CFuzzScreen screen;
+    screen.BeginInput();
+    screen.Mgr()->ReloadLayout();
     Play(screen);
+    screen.EndInput();
     return 0;
 }

@@ -10,10 +10,11 @@ namespace QzPlatform
 namespace
 {
 
-// Slots of items that grew get this much room to grow again in place.
-uint32_t RoomFor(uint32_t quads)
+// A slot holds the quads an item drew first and no more: most items draw the same number of
+// quads frame after frame. An item that outgrew its slot gets room to grow again in place.
+uint32_t RoomFor(uint32_t quads, bool grown)
 {
-    return quads + quads / 2 + 2;
+    return grown ? quads + quads / 2 + 2 : quads;
 }
 
 // Equality of two blocks of 8 x N bytes, compared in the open (no library call: it runs for
@@ -294,7 +295,8 @@ void CDrawItemStore::Commit(Item& item)
 // A slot at the end of the storage with room to grow; the kept quads move into it.
 void CDrawItemStore::Relocate(Item& item, uint32_t quads)
 {
-    const uint32_t capacity = RoomFor(quads);
+    item.grown = item.grown || item.capacity > 0;
+    const uint32_t capacity = RoomFor(quads, item.grown);
     const uint32_t first = m_nItemQuads;
     m_nItemQuads += capacity;
     m_list.vertices.resize(size_t(m_nItemQuads) * 4);
@@ -375,7 +377,7 @@ void CDrawItemStore::Compact()
         const auto from = m_list.vertices.begin() + size_t(item.first) * 4;
         packed.insert(packed.end(), from, from + size_t(item.used) * 4);
         item.first = next;
-        item.capacity = RoomFor(item.used);
+        item.capacity = RoomFor(item.used, item.grown);
         next += item.capacity;
         packed.resize(size_t(next) * 4);
     }

@@ -94,6 +94,7 @@ private:
         uint32_t first = 0; // slot: first quad of the storage, quads it holds, quads in use
         uint32_t capacity = 0;
         uint32_t used = 0;
+        bool grown = false; // the item outgrew a slot once
         std::vector<Recorded> calls;
         std::vector<DrawCommand> commands; // offsets from the slot's first quad
     };

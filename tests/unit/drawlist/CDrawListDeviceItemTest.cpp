@@ -183,7 +183,7 @@ TEST_F(DrawListItems, RandomFramesLookAsAFreshDeviceDrawsThem)
         if (frame % 50 == 49)
         {
             kept.BeginFrame();
-            for (int i = 0; i < 2000; ++i)
+            for (int i = 0; i < 5000; ++i)
             {
                 kept.BeginItem(&m_large[0] + i);
                 kept.FillRect(i % kWidth, 20, i % kWidth + 1, 22, 0xFF00FF00u);
@@ -250,7 +250,7 @@ TEST_F(DrawListItems, AnItemIsRepeatedOnlyUnderTheLookItWasDrawnWith)
 
 TEST_F(DrawListItems, StorageOfItemsThatWentIsGivenBack)
 {
-    const int items = 3000;
+    const int items = 5000;
     kept.BeginFrame();
     for (int i = 0; i < items; ++i)
     {

@@ -176,6 +176,22 @@ private:
     bool m_bCloses;
 };
 
+// Puts the text on the clipboard as CF_TEXT, the window owning it.
+inline void PutOnClipboard(HWND hOwner, const std::string& text)
+{
+    if (!OpenClipboard(hOwner))
+        return;
+    EmptyClipboard();
+    HGLOBAL hData = GlobalAlloc(GMEM_MOVEABLE, text.size() + 1);
+    if (void* p = hData ? GlobalLock(hData) : nullptr)
+    {
+        std::memcpy(p, text.c_str(), text.size() + 1);
+        GlobalUnlock(hData);
+        SetClipboardData(CF_TEXT, hData);
+    }
+    CloseClipboard();
+}
+
 // The input targets read 6-byte steps: a kind, a byte, and a signed 32-bit value.
 constexpr size_t kStepSize = 6;
 

@@ -105,21 +105,6 @@ void Key(CQzGuiMgr* pMgr, uint8_t flags, int32_t value)
     QzPlatform::Host::SetKeyState(VK_SHIFT, false);
 }
 
-void PutOnClipboard(const std::string& text)
-{
-    if (!OpenClipboard(QzFuzz::Host().hWnd))
-        return;
-    EmptyClipboard();
-    HGLOBAL hData = GlobalAlloc(GMEM_MOVEABLE, text.size() + 1);
-    if (void* p = hData ? GlobalLock(hData) : nullptr)
-    {
-        std::memcpy(p, text.c_str(), text.size() + 1);
-        GlobalUnlock(hData);
-        SetClipboardData(CF_TEXT, hData);
-    }
-    CloseClipboard();
-}
-
 void Ime(uint8_t which, const std::string& text)
 {
     const std::wstring wide = QzPlatform::AnsiToWide(text);
@@ -242,8 +227,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
             Ime(step[1], text);
             break;
         case 5:
-            PutOnClipboard(step[1] & 1 ? text
-                                       : std::string(static_cast<size_t>(value & 0xFFFF), 'x'));
+            QzFuzz::PutOnClipboard(
+                QzFuzz::Host().hWnd,
+                step[1] & 1 ? text : std::string(static_cast<size_t>(value & 0xFFFF), 'x'));
             break;
         case 6:
             HostCall(boxes, step[1], value, text);

@@ -96,10 +96,10 @@ MonkeyOutcome CMonkeyRunner::Drive(const Feed& feed, int nFd)
     return outcome;
 }
 
-bool CMonkeyRunner::Replay(const std::vector<CMonkeyEvent>& events)
+MonkeyOutcome CMonkeyRunner::DriveEvents(const std::vector<CMonkeyEvent>& events)
 {
     size_t next = 0;
-    const MonkeyOutcome outcome = Drive(
+    return Drive(
         [&](const CMonkeyWorld&) -> std::optional<CMonkeyEvent>
         {
             if (next == events.size())
@@ -107,6 +107,11 @@ bool CMonkeyRunner::Replay(const std::vector<CMonkeyEvent>& events)
             return events[next++];
         },
         -1);
+}
+
+bool CMonkeyRunner::Replay(const std::vector<CMonkeyEvent>& events)
+{
+    const MonkeyOutcome outcome = DriveEvents(events);
     if (outcome.kind == MonkeyOutcome::Kind::Passed)
     {
         std::printf("replay: %zu events, no violation\n", events.size());
@@ -124,15 +129,7 @@ MonkeyOutcome CMonkeyRunner::ReplayInChild(const std::vector<CMonkeyEvent>& even
     const CForkedRun::Result result = CForkedRun::Run(
         [&](int nFd)
         {
-            size_t next = 0;
-            const MonkeyOutcome outcome = Drive(
-                [&](const CMonkeyWorld&) -> std::optional<CMonkeyEvent>
-                {
-                    if (next == events.size())
-                        return std::nullopt;
-                    return events[next++];
-                },
-                -1);
+            const MonkeyOutcome outcome = DriveEvents(events);
             if (outcome.kind == MonkeyOutcome::Kind::Violation)
             {
                 CForkedRun::Write(nFd, "!" + outcome.message + "\n");

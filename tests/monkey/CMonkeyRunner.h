@@ -59,6 +59,8 @@ private:
     // Applies the fed events and checks after each; with a descriptor, writes each event's line
     // before applying it and "!<violation>" when a rule breaks.
     static MonkeyOutcome Drive(const Feed& feed, int nFd);
+    // Drive on the events as they are, without a descriptor.
+    static MonkeyOutcome DriveEvents(const std::vector<CMonkeyEvent>& events);
     // The events replayed in a child; a crash is an outcome too.
     static MonkeyOutcome ReplayInChild(const std::vector<CMonkeyEvent>& events);
     std::vector<CMonkeyEvent> Shrink(const std::vector<CMonkeyEvent>& events,

@@ -72,7 +72,7 @@ CMonkeyWorld::CMonkeyWorld()
     m_hWnd = CreateWindowExW(0, L"QzFuzzHost", L"monkey", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0,
                              1024, 768, nullptr, nullptr, nullptr, nullptr);
     SetFocus(m_hWnd);
-    PutOnClipboard("");
+    QzFuzz::PutOnClipboard(m_hWnd, "");
     m_pMgr = static_cast<CQzGuiMgr*>(CreateGuiMgr());
     m_pMgr->Init(QzFuzz::Host().hModule, m_hWnd, 100, kLayoutFile);
     for (int slot = 0; slot < CMonkeyLayout::kTopSlots; ++slot)
@@ -180,7 +180,7 @@ void CMonkeyWorld::Apply(const CMonkeyEvent& event)
     case EventKind::ImeResult:
         return Ime(event);
     case EventKind::Clipboard:
-        return PutOnClipboard(event.Text());
+        return QzFuzz::PutOnClipboard(m_hWnd, event.Text());
     case EventKind::Paste:
         return Paste();
     case EventKind::ShowDialog:
@@ -259,21 +259,6 @@ void CMonkeyWorld::Ime(const CMonkeyEvent& event)
     else
         QzPlatform::Host::InjectImeResult(wide.c_str());
     Pump();
-}
-
-void CMonkeyWorld::PutOnClipboard(const std::string& text)
-{
-    if (!OpenClipboard(m_hWnd))
-        return;
-    EmptyClipboard();
-    HGLOBAL hData = GlobalAlloc(GMEM_MOVEABLE, text.size() + 1);
-    if (void* p = hData ? GlobalLock(hData) : nullptr)
-    {
-        std::memcpy(p, text.c_str(), text.size() + 1);
-        GlobalUnlock(hData);
-        SetClipboardData(CF_TEXT, hData);
-    }
-    CloseClipboard();
 }
 
 void CMonkeyWorld::Reload(const CMonkeyEvent& event)

@@ -47,7 +47,6 @@ private:
     void Key(UINT message, const CMonkeyEvent& event);
     void Paste();
     void Ime(const CMonkeyEvent& event);
-    void PutOnClipboard(const std::string& text);
     void Reload(const CMonkeyEvent& event);
     void ReloadDialog(const CMonkeyEvent& event);
     void CreateCtrl(const CMonkeyEvent& event);

@@ -219,6 +219,7 @@ void CQzDialog::CreateCtrls()
         if (!pEntry || pEntry->bCreated)
             return;
         pEntry->bCreated = true;
+        ++m_nCtrlListVersion;
         pEntry->pCtrl->Create(m_pQzGuiMgr);
         pEntry->pCtrl->ShowWindow(SW_SHOW);
     }
@@ -236,6 +237,7 @@ void CQzDialog::CreateCtrl(CQzBaseWindow* pCtrl, BOOL bShow)
     QzCtrlEntry* pEntry = *it;
     m_lstCtrl.splice(m_lstCtrl.end(), m_lstCtrl, it);
     pEntry->bCreated = true;
+    ++m_nCtrlListVersion;
     pCtrl->Create(m_pQzGuiMgr);
     pCtrl->ShowWindow(bShow ? SW_SHOW : SW_HIDE);
 }
@@ -255,11 +257,12 @@ void CQzDialog::AddCtrl(DWORD nId, CQzBaseWindow* pCtrl)
     auto firstCreated = std::find_if(m_lstCtrl.begin(), m_lstCtrl.end(),
                                      [](const QzCtrlEntry* pEntry) { return pEntry->bCreated; });
     m_lstCtrl.insert(firstCreated, new QzCtrlEntry{false, nId, pCtrl->GetWndType(), pCtrl});
+    ++m_nCtrlListVersion;
 }
 
-QzCtrlEntry* CQzDialog::FindCtrlEntry(DWORD nId)
+const QzCtrlEntry* CQzDialog::FindCtrlEntry(DWORD nId) const
 {
-    for (QzCtrlEntry* pEntry : m_lstCtrl)
+    for (const QzCtrlEntry* pEntry : m_lstCtrl)
     {
         if (pEntry->nId == nId)
             return pEntry;
@@ -281,8 +284,10 @@ void CQzDialog::MoveCtrlToEnd(DWORD nId)
 {
     auto it = std::find_if(m_lstCtrl.begin(), m_lstCtrl.end(),
                            [nId](const QzCtrlEntry* pEntry) { return pEntry->nId == nId; });
-    if (it != m_lstCtrl.end())
-        m_lstCtrl.splice(m_lstCtrl.end(), m_lstCtrl, it);
+    if (it == m_lstCtrl.end())
+        return;
+    m_lstCtrl.splice(m_lstCtrl.end(), m_lstCtrl, it);
+    ++m_nCtrlListVersion;
 }
 
 void CQzDialog::RemoveCtrl(CQzBaseWindow* pCtrl)
@@ -293,6 +298,7 @@ void CQzDialog::RemoveCtrl(CQzBaseWindow* pCtrl)
         return;
     delete *it;
     m_lstCtrl.erase(it);
+    ++m_nCtrlListVersion;
     if (m_pHoverCtrl == pCtrl)
         m_pHoverCtrl = nullptr;
     if (m_pDefaultCtrl == pCtrl)
@@ -807,28 +813,69 @@ BOOL CQzDialog::Show()
     return 1;
 }
 
+// Each control is an item of the device: a device that keeps what it drew reuses a control's
+// output while the control draws the same, and repeats it without Show while the control's look
+// is the one it was drawn under. The walk reads the controls a few places ahead, so that on
+// screens of thousands of controls their memory is on its way while the one before draws.
 void CQzDialog::DrawCtrls()
 {
+    constexpr size_t kAhead = 4;
     m_pHoverCtrl = nullptr;
-    // Each control is an item of the device: a device that keeps what it drew reuses a
-    // control's output while the control draws the same, and repeats it without Show while
-    // the control's look is the one it was drawn under.
-    QzPlatform::IRenderDevice& device = QzPlatform::GetRenderDevice();
-    for (QzCtrlEntry* pEntry : m_lstCtrl)
+    const std::vector<CQzBaseWindow*>& order = DrawOrder();
+    const unsigned nVersion = m_nCtrlListVersion;
+    for (size_t i = 0; i < order.size(); ++i)
     {
-        CQzBaseWindow* pCtrl = pEntry->pCtrl;
-        if (!pEntry->bCreated || !pCtrl->IsWindowVisible())
+        if (i + kAhead < order.size())
+            CQzCtrl::PrefetchLook(order[i + kAhead]);
+        DrawCtrl(order[i]);
+        if (m_nCtrlListVersion == nVersion)
             continue;
-        const uint64_t look = CQzCtrl::LookDigestOf(*pCtrl);
-        if (!device.RepeatItem(pCtrl, look))
-        {
-            device.BeginItem(pCtrl, look);
-            pCtrl->Show();
-            device.EndItem();
-        }
-        if (pCtrl->IsMouseIn())
-            m_pHoverCtrl = pCtrl;
+        const size_t next = std::min(i + 1, order.size());
+        DrawRest(std::vector<CQzBaseWindow*>(order.begin() + next, order.end()));
+        return;
     }
+}
+
+// A control's Show added, removed or moved controls: of those it had still to draw, the walk
+// draws the ones still created in the dialog, each once.
+void CQzDialog::DrawRest(const std::vector<CQzBaseWindow*>& rest)
+{
+    for (CQzBaseWindow* pCtrl : rest)
+    {
+        const std::vector<CQzBaseWindow*>& order = DrawOrder();
+        if (std::find(order.begin(), order.end(), pCtrl) != order.end())
+            DrawCtrl(pCtrl);
+    }
+}
+
+void CQzDialog::DrawCtrl(CQzBaseWindow* pCtrl)
+{
+    if (!pCtrl->IsWindowVisible())
+        return;
+    QzPlatform::IRenderDevice& device = QzPlatform::GetRenderDevice();
+    const uint64_t look = CQzCtrl::LookDigestOf(*pCtrl);
+    if (!device.RepeatItem(pCtrl, look))
+    {
+        device.BeginItem(pCtrl, look);
+        pCtrl->Show();
+        device.EndItem();
+    }
+    if (pCtrl->IsMouseIn())
+        m_pHoverCtrl = pCtrl;
+}
+
+const std::vector<CQzBaseWindow*>& CQzDialog::DrawOrder()
+{
+    if (m_nDrawOrderVersion == m_nCtrlListVersion)
+        return m_vecDrawOrder;
+    m_vecDrawOrder.clear();
+    for (const QzCtrlEntry* pEntry : m_lstCtrl)
+    {
+        if (pEntry->bCreated)
+            m_vecDrawOrder.push_back(pEntry->pCtrl);
+    }
+    m_nDrawOrderVersion = m_nCtrlListVersion;
+    return m_vecDrawOrder;
 }
 
 void CQzDialog::DrawChildDialogs()

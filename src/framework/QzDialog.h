@@ -12,6 +12,7 @@
 #include <list>
 #include <string>
 #include <utility>
+#include <vector>
 
 namespace QzGui
 {
@@ -101,7 +102,7 @@ public:
         if constexpr (sizeof...(Rest) > 0)
             AddCtrls(rest...);
     }
-    QzCtrlEntry* FindCtrlEntry(DWORD nId);
+    const QzCtrlEntry* FindCtrlEntry(DWORD nId) const;
     CQzBaseWindow* FindCtrl(DWORD nFullId);
     void CreateCtrl(CQzBaseWindow* pCtrl, BOOL bShow);
     void MoveCtrlToEnd(DWORD nId);
@@ -185,6 +186,9 @@ protected:
     void PlayRecordSound(bool bOpen);
     CQzDialog* ChildDialogAt(int x, int y);
     QzCtrlEntry* CtrlEntryAt(UINT message, int x, int y);
+    void DrawCtrl(CQzBaseWindow* pCtrl);
+    void DrawRest(const std::vector<CQzBaseWindow*>& rest);
+    const std::vector<CQzBaseWindow*>& DrawOrder();
     bool IsParentVisible();
     bool HoldsAsAncestor(const CQzDialog* pDialog) const;
     int ScreenWidth() const;
@@ -202,6 +206,11 @@ protected:
     int m_nFlyDir = 0;
     bool m_bNoFlyOut = false;
     std::list<QzCtrlEntry*> m_lstCtrl;
+    // The created controls in the order of m_lstCtrl, for the frame's walk: one array instead
+    // of a list node and an entry a control. Made again after m_lstCtrl changed.
+    std::vector<CQzBaseWindow*> m_vecDrawOrder;
+    unsigned m_nCtrlListVersion = 0;
+    unsigned m_nDrawOrderVersion = ~0u;
     POINT m_ptDragAnchor = {0, 0};
     std::list<MsgMapEntry> m_lstMsgMap;
     std::list<std::pair<DWORD, CQzDialog*>> m_lstChildDlg;

@@ -20,7 +20,7 @@ TEST_F(AutoGuiControls, TheRecordsDialogHoldsAButtonAnImageAndTwoStaticsShownAnd
     ASSERT_NE(nullptr, pDialog);
     const auto ctrl = [pDialog](DWORD nId)
     {
-        QzCtrlEntry* pEntry = pDialog->FindCtrlEntry(nId);
+        const QzCtrlEntry* pEntry = pDialog->FindCtrlEntry(nId);
         return pEntry ? pEntry->pCtrl : nullptr;
     };
     auto* pButton = dynamic_cast<CQzButton*>(ctrl(1));

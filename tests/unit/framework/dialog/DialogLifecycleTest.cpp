@@ -145,6 +145,37 @@ TEST_F(DialogLifecycle, AFrameRunsItsStepsInOrderAndNotesTheHoverControl)
     EXPECT_EQ(&m_ctrls[2], m_dialog.GetHoverCtrl());
 }
 
+// A control's Show may take controls out, add or move them: the frame goes on with the controls
+// it had still to draw that remain, each once; the next frame draws the new order.
+TEST_F(DialogLifecycle, AControlChangingTheListWhileItDrawsLeavesTheRestDrawnOnce)
+{
+    m_pMgr->AddDialog(&m_dialog, nullptr, true);
+    m_dialog.ShowWindow(SW_SHOW);
+    m_dialog.AddCtrl(4, &m_ctrls[3]);
+    m_dialog.CreateCtrl(&m_ctrls[3], TRUE);
+    m_ctrls[0].onShow = [this]
+    {
+        m_dialog.RemoveCtrl(&m_ctrls[1]);
+        m_dialog.MoveCtrlToEnd(1);
+        m_dialog.AddCtrl(5, &m_ctrls[4]);
+        m_dialog.CreateCtrl(&m_ctrls[4], TRUE);
+    };
+    const auto shown = [this]
+    {
+        std::vector<int> counts;
+        for (const SpyCtrl& ctrl : m_ctrls)
+            counts.push_back(ctrl.nShown);
+        return counts;
+    };
+
+    Frame();
+    EXPECT_EQ((std::vector<int>{1, 0, 1, 1, 0}), shown());
+    m_ctrls[0].onShow = nullptr;
+    Frame();
+    EXPECT_EQ((std::vector<int>{2, 0, 2, 2, 1}), shown());
+    EXPECT_EQ((std::vector<DWORD>{3, 4, 1, 5}), EntryIds(m_dialog));
+}
+
 TEST_F(DialogLifecycle, TheRecordGivesTheDialogAttributes)
 {
     AddRecord(0, 700, {100, 100, 400, 300},

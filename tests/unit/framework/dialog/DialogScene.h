@@ -9,6 +9,7 @@
 #include "layout/QzGuiInfoMgr.h"
 
 #include <algorithm>
+#include <functional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -45,9 +46,18 @@ public:
                                      GetFullId());
         return 1;
     }
+    BOOL Show() override
+    {
+        ++nShown;
+        if (onShow)
+            onShow();
+        return CQzBaseWindow::Show();
+    }
     int Count(UINT message) const { return CountOf(messages, message); }
 
     int nCreated = 0;
+    int nShown = 0;
+    std::function<void()> onShow;
     std::vector<UINT> messages;
 
 private:

@@ -3,7 +3,6 @@
 #include "layout/IQzGuiWndInfo.h"
 #include "platform/render/DataSet.h"
 #include "platform/render/MyBitmap.h"
-#include "platform/services/QzAniStore.h"
 #include "platform/services/QzNumeric.h"
 #include "platform/services/QzText.h"
 
@@ -185,14 +184,13 @@ void CQzProgress::DrawProgress(int a, int b, BYTE byDrawMode)
         DrawLayer(kBackFrame, m_ptBackOffset, byDrawMode);
     CheckMouseLeave();
 
-    QzPlatform::CAniHandle fill;
-    QzPlatform::GetAniStore()->LoadAni(fill, QzPlatform::kControlAniFile, GetAniName());
+    IDataAni* pFill = AniOf(GetAniName());
     if (m_byStyle == QZ_PROGRESS_VERTICAL)
-        DrawVertical(fill.GetAni(), a, b, byDrawMode);
+        DrawVertical(pFill, a, b, byDrawMode);
     else if (m_byStyle == QZ_PROGRESS_HORIZONTAL)
-        DrawHorizontal(fill.GetAni(), a, byDrawMode);
+        DrawHorizontal(pFill, a, byDrawMode);
     else if (m_byStyle == QZ_PROGRESS_SEGMENTED)
-        DrawSegments(fill.GetAni(), a, byDrawMode);
+        DrawSegments(pFill, a, byDrawMode);
 
     if (m_bFrontAni)
         DrawLayer(kFrontFrame, m_ptFrontOffset, byDrawMode);
@@ -200,11 +198,11 @@ void CQzProgress::DrawProgress(int a, int b, BYTE byDrawMode)
 
 void CQzProgress::DrawLayer(int nFrame, POINT ptOffset, BYTE byDrawMode)
 {
-    QzPlatform::CAniHandle layer;
-    if (!QzPlatform::GetAniStore()->LoadAni(layer, QzPlatform::kControlAniFile, GetAniName()))
+    IDataAni* pLayer = AniOf(GetAniName());
+    if (!pLayer)
         return;
-    layer.GetAni()->ShowAni(nFrame, Moved(m_rcWindow.left, ptOffset.x),
-                            Moved(m_rcWindow.top, ptOffset.y), byDrawMode);
+    pLayer->ShowAni(nFrame, Moved(m_rcWindow.left, ptOffset.x), Moved(m_rcWindow.top, ptOffset.y),
+                    byDrawMode);
 }
 
 // From the bottom up: the part of frame 0 below the value's height. With a lower value b than

@@ -12,6 +12,7 @@
 #include "layout/QzGuiWndInfo.h"
 #include "platform/render/DataSet.h"
 #include "platform/render/MyBitmap.h"
+#include "platform/render/TableDataSet.h"
 #include "platform/services/QzAniStore.h"
 #include "platform/services/QzAssert.h"
 #include "platform/services/QzLog.h"
@@ -149,7 +150,7 @@ void CQzBaseWindow::CopyValues(const CQzBaseWindow& other)
     m_rcOrigin = other.m_rcOrigin;
     m_pParent = other.m_pParent;
     m_strCursor = other.m_strCursor;
-    m_strAniName = other.m_strAniName;
+    SetOwnAniName(other.m_strAniName.c_str());
     m_lstTimer = other.m_lstTimer;
     m_setUserFlag = other.m_setUserFlag;
     m_strBackFile = other.m_strBackFile;
@@ -301,7 +302,7 @@ void CQzBaseWindow::ApplyRecord(IQzGuiWndInfo* pInfo)
     LoadBackEffect(pInfo->GetBgEffect(), true, true);
     LoadFrontEffect(pInfo->GetFgEffect(), true, true);
     if (pInfo->TestFlag(WNDINFO_FLAG_ANISECTION))
-        m_strAniName = pInfo->GetAniSection() ? pInfo->GetAniSection() : "";
+        SetOwnAniName(pInfo->GetAniSection());
     m_nBackType = static_cast<DWORD>(pInfo->GetBackShowMode());
     if (m_nBackType == QZ_BACK_FILE)
         LoadBackFile(pInfo->GetExtraValue("BackFile"));
@@ -364,7 +365,27 @@ BOOL CQzBaseWindow::GetOriginRect(RECT* pRect) const
 
 void CQzBaseWindow::SetAniName(const char* pszName)
 {
+    SetOwnAniName(pszName);
+}
+
+void CQzBaseWindow::SetOwnAniName(const char* pszName)
+{
     m_strAniName = pszName ? pszName : "";
+    m_aniRef = {};
+}
+
+// A section of the control file, kept alive as every look-up does. The window's own section is
+// found by name only after a reload or a purge of the data set: windows ask for it every frame.
+IDataAni* CQzBaseWindow::AniOf(const char* pszName)
+{
+    if (!pszName)
+        return nullptr;
+    QzPlatform::CTableDataSet& dataSet = QzPlatform::CTableDataSet::Instance();
+    if (pszName != m_strAniName.c_str())
+        return dataSet.GetAni(QzPlatform::kControlAniFile, pszName, 0,
+                              QzPlatform::CQzAniStore::kKeepAliveMs, 0);
+    return dataSet.GetAni(m_aniRef, QzPlatform::kControlAniFile, pszName,
+                          QzPlatform::CQzAniStore::kKeepAliveMs);
 }
 
 const char* CQzBaseWindow::GetAniName()
@@ -950,10 +971,9 @@ void CQzBaseWindow::DrawBack()
 
 void CQzBaseWindow::DrawTextured()
 {
-    // Looked up by name every frame and not kept, as the data set wants it; the frame count is
-    // taken before drawing, which may look up other sections.
-    IDataAni* pAni = TableDataSetQuery()->GetAni(QzPlatform::kControlAniFile, m_strAniName.c_str(),
-                                                 0, QzPlatform::CQzAniStore::kKeepAliveMs, 0);
+    // Touched every frame, as the data set wants it; the frame count is taken before drawing,
+    // which may look up other sections.
+    IDataAni* pAni = AniOf(m_strAniName.c_str());
     const int nFrameCount = pAni ? pAni->GetFrameCount() : 0;
     const CQzBackDrawer drawer({m_rcWindow, m_ptPicOffset, m_ptPicOffset2, m_nOffsetFrame,
                                 m_rcAniOffset, m_wState, m_byAlpha});

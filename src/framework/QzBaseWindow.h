@@ -6,6 +6,7 @@
 #pragma once
 
 #include "framework/QzMsg.h"
+#include "platform/render/DataSet.h"
 #include "platform/system/QzSystem.h"
 
 #include <bitset>
@@ -208,7 +209,12 @@ protected:
     BOOL HitMask(int x, int y);
     bool IsDebugDraw() const;
     void DrawTextured();
+    // A section of the control file by name (null: none); the window's own section
+    // (m_strAniName) is found by name only after a reload or purge of the data set.
+    IDataAni* AniOf(const char* pszName);
     bool DrawBackImage(const CQzBackDrawer& drawer, IDataAni* pAni, POINT& ptDrawn);
+    // Sets m_strAniName; the section found under the old name is forgotten.
+    void SetOwnAniName(const char* pszName);
     void ReleaseOwnedRegion();
     void ReleaseResources();
     void TakeWndInfo(IQzGuiWndInfo* pInfo);
@@ -226,6 +232,8 @@ protected:
     // File of m_pBackBitmap, so that a copy loads its own bitmap.
     std::string m_strBackFile;
     std::list<QzTimerEntry> m_lstTimer;
+    // The data set's entry of m_strAniName's section (AniOf).
+    QzPlatform::AniRef m_aniRef;
     IQzGuiMgr* m_pQzGuiMgr = nullptr;
     IQzGuiWndInfo* m_pWndInfo = nullptr;
     CGui3DEffect* m_pBackEffect = nullptr;

@@ -89,3 +89,15 @@ protected:
 
 // The process-wide data set.
 IDataSet* TableDataSetQuery();
+
+// What a caller that asks for the same section over and over keeps of it between look-ups
+// (CTableDataSet::GetAni): the data set's entry and the epoch it was found under. Reset it when
+// the names it was found under change.
+namespace QzPlatform
+{
+struct AniRef
+{
+    const void* pEntry = nullptr;
+    uint32_t nEpoch = 0;
+};
+} // namespace QzPlatform

@@ -97,6 +97,26 @@ IDataAni* CTableDataSet::GetAni(const char* file, const char* section, int, DWOR
     return pCached ? pCached->pAni.get() : nullptr;
 }
 
+IDataAni* CTableDataSet::GetAni(AniRef& ref, const char* file, const char* section,
+                                DWORD keepAliveMs)
+{
+    if (ref.pEntry && ref.nEpoch == m_nEpoch)
+    {
+        // The purge that may run keeps a section touched now: the entry stays valid.
+        auto* pCached = static_cast<CachedAni*>(const_cast<void*>(ref.pEntry));
+        const DWORD now = QzPlatform::NowMs();
+        pCached->dwLastUse = now;
+        pCached->dwKeepAlive = keepAliveMs;
+        PurgeExpired(now);
+        ref.nEpoch = m_nEpoch;
+        return pCached->pAni.get();
+    }
+    CachedAni* pCached = Touch(file, section, keepAliveMs);
+    ref.pEntry = pCached;
+    ref.nEpoch = m_nEpoch;
+    return pCached ? pCached->pAni.get() : nullptr;
+}
+
 std::shared_ptr<IDataAni> CTableDataSet::GetSharedAni(const char* file, const char* section,
                                                       DWORD keepAliveMs)
 {

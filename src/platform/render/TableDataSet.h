@@ -31,6 +31,10 @@ public:
     // purge or a reload of the cache (it then no longer follows the file).
     std::shared_ptr<IDataAni> GetSharedAni(const char* file, const char* section,
                                            DWORD keepAliveMs);
+    // GetAni for a caller asking for the same names again and again: while the data set's epoch
+    // is the one the ref was filled under, its entry is the section of those names and no name
+    // is looked up. The section is touched and the purge runs as with a look-up by name.
+    IDataAni* GetAni(AniRef& ref, const char* file, const char* section, DWORD keepAliveMs);
     // Whether the section is in the cache now (tests of the keep-alive).
     bool IsCached(const char* file, const char* section) const;
     // Moves on whenever a cached section goes (purge, reload): what was drawn from sections

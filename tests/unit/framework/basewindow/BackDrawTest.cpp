@@ -54,6 +54,27 @@ TEST_F(BackDraw, StretchedDrawsTheStatesFrameOverTheWindow)
     EXPECT_EQ("texture img/b.png src(0,0,12,12) at 11,22 size 100x40 alpha 255 scale 1\n", Drawn());
 }
 
+// The window keeps the section it found between frames: a new name, and a reload of the
+// file, are drawn at once.
+TEST_F(BackDraw, TheSectionFollowsANewNameAndAReloadedFile)
+{
+    TestWindow window;
+    Dress(window, "Two", QZ_BACK_STRETCHED, {0, 0, 10, 10});
+    const auto draw = [&]
+    {
+        m_harness.Device().Clear();
+        window.DrawBack();
+        return Drawn().substr(0, Drawn().find(" src"));
+    };
+    EXPECT_EQ("texture img/a.png", draw());
+    EXPECT_EQ("texture img/a.png", draw());
+    window.SetAniName("Centre20");
+    EXPECT_EQ("texture img/f20.png", draw());
+    m_root.Write("ani/Control.ani", "[Centre20]\nFrameAmount=1\nFrame0=img/b.png\n");
+    TableDataSetQuery()->Reload();
+    EXPECT_EQ("texture img/b.png", draw());
+}
+
 TEST_F(BackDraw, PlainTypeAppliesThePictureOffsetOnlyToItsFrame)
 {
     TestWindow window;

@@ -12,6 +12,7 @@
 
 #include <cctype>
 #include <cstring>
+#include <map>
 #include <sstream>
 #include <string>
 #include <utility>
@@ -209,36 +210,44 @@ TEST_F(DataSetTest, PurgesDropOnlySectionsIdlePastTheirKeepAliveAtMostOnceASecon
         {"once a second", "0 Button/100; 500 Mask +Button; 1000 Mask -Button"},
         // The clock wraps at 4294967296: 5000 and 31000 ms after the first step.
         {"clock wrap", "4294963200 Button; 904 Mask +Button; 26904 Mask -Button"}};
+    // Each scenario by name, and through refs kept by the caller (touching as much).
     for (const auto& [pszScenario, pszSteps] : scenarios)
-    {
-        TableDataSetQuery()->Reload();
-        QzTest::ScopedClock clock(0);
-        std::istringstream steps(pszSteps);
-        for (std::string step; std::getline(steps, step, ';');)
+        for (const bool bByRef : {false, true})
         {
-            SCOPED_TRACE(std::string(pszScenario) + ":" + step);
-            std::istringstream in(step);
-            DWORD dwNow = 0;
-            std::string section;
-            in >> dwNow >> section;
-            const size_t nSlash = section.find('/');
-            const DWORD dwKeepAlive =
-                nSlash == std::string::npos ? 30000 : std::stoul(section.substr(nSlash + 1));
-            clock.Set(dwNow);
-            IDataAni* pAni = Get(section.substr(0, nSlash).c_str(), dwKeepAlive);
-            ASSERT_NE(pAni, nullptr);
-            for (std::string mark; in >> mark;)
+            std::map<std::string, QzPlatform::AniRef> refs;
+            const int nLoadsBefore = m_device.GetLoadCount("ani/button.png");
+            TableDataSetQuery()->Reload();
+            QzTest::ScopedClock clock(0);
+            std::istringstream steps(pszSteps);
+            for (std::string step; std::getline(steps, step, ';');)
             {
-                if (mark[0] != '#')
+                SCOPED_TRACE(std::string(pszScenario) + (bByRef ? " by ref:" : ":") + step);
+                std::istringstream in(step);
+                DWORD dwNow = 0;
+                std::string section;
+                in >> dwNow >> section;
+                const size_t nSlash = section.find('/');
+                const DWORD dwKeepAlive =
+                    nSlash == std::string::npos ? 30000 : std::stoul(section.substr(nSlash + 1));
+                clock.Set(dwNow);
+                const std::string name = section.substr(0, nSlash);
+                IDataAni* pAni = bByRef ? QzPlatform::CTableDataSet::Instance().GetAni(
+                                              refs[name], kFile, name.c_str(), dwKeepAlive)
+                                        : Get(name.c_str(), dwKeepAlive);
+                ASSERT_NE(pAni, nullptr);
+                for (std::string mark; in >> mark;)
                 {
-                    EXPECT_EQ(mark[0] == '+', IsCached(mark.c_str() + 1)) << mark;
-                    continue;
+                    if (mark[0] != '#')
+                    {
+                        EXPECT_EQ(mark[0] == '+', IsCached(mark.c_str() + 1)) << mark;
+                        continue;
+                    }
+                    EXPECT_EQ(16, pAni->GetFrame(0)->GetFrameWidth());
+                    EXPECT_EQ(std::stoi(mark.substr(1)),
+                              m_device.GetLoadCount("ani/button.png") - nLoadsBefore);
                 }
-                EXPECT_EQ(16, pAni->GetFrame(0)->GetFrameWidth());
-                EXPECT_EQ(std::stoi(mark.substr(1)), m_device.GetLoadCount("ani/button.png"));
             }
         }
-    }
 }
 
 // Asking again with the same names is the common case on every frame; the answer must still
@@ -266,13 +275,20 @@ TEST_F(DataSetTest, RepeatedLookUpsFollowTheNamesPurgesAndReloads)
     EXPECT_TRUE(IsCached("Button"));
     EXPECT_EQ(Get("Button")->GetFrame(0)->GetFrameWidth(), 16);
 
-    // A changed file is read again on a reload only.
+    // A changed file is read again on a reload only; refs follow the reload.
+    QzPlatform::CTableDataSet& dataSet = QzPlatform::CTableDataSet::Instance();
+    QzPlatform::AniRef button;
+    QzPlatform::AniRef mask;
+    EXPECT_EQ(dataSet.GetAni(mask, kFile, "Mask", 100), Get("Mask"));
     m_root.Write(kFile, "[Button]\nFrameAmount=1\nFrame0=ani/atlas.png\n");
     EXPECT_EQ(Get("Button")->GetFrameCount(), 2);
+    EXPECT_EQ(dataSet.GetAni(button, kFile, "Button", 100)->GetFrameCount(), 2);
     TableDataSetQuery()->Reload();
     ASSERT_NE(Get("Button"), nullptr);
     EXPECT_EQ(Get("Button")->GetFrameCount(), 1);
+    EXPECT_EQ(dataSet.GetAni(button, kFile, "Button", 100), Get("Button"));
     EXPECT_EQ(Get("Mask"), nullptr);
+    EXPECT_EQ(dataSet.GetAni(mask, kFile, "Mask", 100), nullptr);
 }
 
 // The animation store's handles share the cache and outlive purges and reloads.

@@ -14,6 +14,7 @@
 #include "QzGuiSide.h"
 
 #include "CDrawListDevice.h"
+#include "platform/render/DataSet.h"
 #include "platform/render/NullRenderDevice.h"
 #include "platform/system/host/QzHost.h"
 
@@ -68,7 +69,9 @@ void CopyBundle()
 {
     namespace fs = std::filesystem;
     const fs::path bundle = QZGUI_DEMO_BUNDLE;
-    fs::copy(bundle / "ani", "ani", fs::copy_options::overwrite_existing);
+    // A directory is copied only with `recursive` (or no options at all).
+    fs::copy(bundle / "ani", "ani",
+             fs::copy_options::overwrite_existing | fs::copy_options::recursive);
     fs::copy(bundle / "images", "images", fs::copy_options::recursive);
 }
 
@@ -212,6 +215,14 @@ int main(int argc, char** argv)
     QzPlatform::Host::SetTime(100000);
     QzBench::BenchDataRoot root("");
     CopyBundle();
+    // The screen is skinned: without its sections the comparison would be of bare controls.
+    for (const char* section : {"DialogSkin", "Button", "CheckBox", "SliderThumb", "Progress"})
+    {
+        if (TableDataSetQuery()->GetAni("ani/Control.ani", section))
+            continue;
+        std::fprintf(stderr, "the sample bundle has no section %s\n", section);
+        return 1;
+    }
     std::printf("peer comparison, %d frames after %d warm-up frames, device: %s\n", options.frames,
                 options.warmup, options.nullDevice ? "null" : "draw list");
     if (options.windows != 0)

@@ -152,7 +152,7 @@ void CQzBaseWindow::CopyValues(const CQzBaseWindow& other)
     m_strCursor = other.m_strCursor;
     SetOwnAniName(other.m_strAniName.c_str());
     m_lstTimer = other.m_lstTimer;
-    m_setUserFlag = other.m_setUserFlag;
+    m_bUserFlag = other.m_bUserFlag;
     m_strBackFile = other.m_strBackFile;
 }
 
@@ -826,19 +826,19 @@ void CQzBaseWindow::ProcessTimers()
 void CQzBaseWindow::SetUserFlag(size_t nPos)
 {
     CheckFlagPosition(nPos);
-    m_setUserFlag.set(0);
+    m_bUserFlag = true;
 }
 
 void CQzBaseWindow::ResetUserFlag(size_t nPos)
 {
     CheckFlagPosition(nPos);
-    m_setUserFlag.reset(0);
+    m_bUserFlag = false;
 }
 
 bool CQzBaseWindow::TestUserFlag(size_t nPos) const
 {
     CheckFlagPosition(nPos);
-    return m_setUserFlag.test(0);
+    return m_bUserFlag;
 }
 
 // ---------------------------------------------------------------------------------------------

@@ -9,7 +9,6 @@
 #include "platform/render/DataSet.h"
 #include "platform/system/QzSystem.h"
 
-#include <bitset>
 #include <cstdint>
 #include <list>
 #include <string>
@@ -232,8 +231,6 @@ protected:
     // File of m_pBackBitmap, so that a copy loads its own bitmap.
     std::string m_strBackFile;
     std::list<QzTimerEntry> m_lstTimer;
-    // The data set's entry of m_strAniName's section (AniOf).
-    QzPlatform::AniRef m_aniRef;
     IQzGuiMgr* m_pQzGuiMgr = nullptr;
     IQzGuiWndInfo* m_pWndInfo = nullptr;
     CGui3DEffect* m_pBackEffect = nullptr;
@@ -241,13 +238,14 @@ protected:
     HRGN m_hRgn = nullptr;
     CQzBaseWindow* m_pParent = nullptr;
     IMyBitmap* m_pBackBitmap = nullptr;
-    std::bitset<1> m_setUserFlag;
     RECT m_rcAniOffset = {0, 0, 0, 0};
     RECT m_rcWindow = {0, 0, 0, 0};
     RECT m_rcLocal = {0, 0, 0, 0};
     RECT m_rcOrigin = {0, 0, 0, 0};
     POINT m_ptPicOffset = {0, 0};
     POINT m_ptPicOffset2 = {0, 0};
+    // The data set's entry of m_strAniName's section (AniOf).
+    QzPlatform::AniRef m_aniRef;
     DWORD m_nParentId = 0;
     DWORD m_nInfoVariant = 0;
     DWORD m_nInfoId = 0;
@@ -265,6 +263,7 @@ protected:
     bool m_bShowBack = true;
     bool m_bUseInfo = true;
     bool m_bVisible = false;
+    bool m_bUserFlag = false;
     // The region came from the layout manager's region table and is this window's to delete.
     bool m_bOwnRgn = false;
 };

@@ -103,8 +103,6 @@ CQzDialog::CQzDialog(DWORD nId, CQzBaseWindow* pParent)
 
 CQzDialog::~CQzDialog()
 {
-    for (QzCtrlEntry* pEntry : m_lstCtrl)
-        delete pEntry;
     m_lstCtrl.clear();
     m_lstMsgMap.clear();
     m_lstChildDlg.clear();
@@ -157,10 +155,10 @@ void CQzDialog::ApplyDialogAttributes(const IQzGuiWndInfo* pInfo)
 void CQzDialog::ReloadInfo(int nMode)
 {
     LoadWndInfo();
-    for (QzCtrlEntry* pEntry : m_lstCtrl)
+    for (QzCtrlEntry& entry : m_lstCtrl)
     {
-        if (pEntry->bCreated)
-            pEntry->pCtrl->LoadWndInfo();
+        if (entry.bCreated)
+            entry.pCtrl->LoadWndInfo();
     }
     const UINT nNotice = ReloadNotice(nMode);
     for (const auto& child : m_lstChildDlg)
@@ -176,10 +174,10 @@ void CQzDialog::ReloadInfo(int nMode)
 void CQzDialog::SetFrameMode(BOOL bFrameMode)
 {
     CQzBaseWindow::SetFrameMode(bFrameMode);
-    for (QzCtrlEntry* pEntry : m_lstCtrl)
+    for (QzCtrlEntry& entry : m_lstCtrl)
     {
-        if (pEntry->bCreated)
-            pEntry->pCtrl->SetFrameMode(bFrameMode);
+        if (entry.bCreated)
+            entry.pCtrl->SetFrameMode(bFrameMode);
     }
     for (const auto& child : m_lstChildDlg)
         child.second->SetFrameMode(bFrameMode);
@@ -188,10 +186,10 @@ void CQzDialog::SetFrameMode(BOOL bFrameMode)
 void CQzDialog::SetInfoVariant(DWORD nVariant)
 {
     CQzBaseWindow::SetInfoVariant(nVariant);
-    for (QzCtrlEntry* pEntry : m_lstCtrl)
+    for (QzCtrlEntry& entry : m_lstCtrl)
     {
-        if (pEntry->bCreated)
-            pEntry->pCtrl->SetInfoVariant(nVariant);
+        if (entry.bCreated)
+            entry.pCtrl->SetInfoVariant(nVariant);
     }
     for (const auto& child : m_lstChildDlg)
         child.second->SetInfoVariant(nVariant);
@@ -214,14 +212,14 @@ BOOL CQzDialog::OnCreate()
 
 void CQzDialog::CreateCtrls()
 {
-    for (QzCtrlEntry* pEntry : m_lstCtrl)
+    for (QzCtrlEntry& entry : m_lstCtrl)
     {
-        if (!pEntry || pEntry->bCreated)
+        if (entry.bCreated)
             return;
-        pEntry->bCreated = true;
+        entry.bCreated = true;
         ++m_nCtrlListVersion;
-        pEntry->pCtrl->Create(m_pQzGuiMgr);
-        pEntry->pCtrl->ShowWindow(SW_SHOW);
+        entry.pCtrl->Create(m_pQzGuiMgr);
+        entry.pCtrl->ShowWindow(SW_SHOW);
     }
 }
 
@@ -230,13 +228,12 @@ void CQzDialog::CreateCtrl(CQzBaseWindow* pCtrl, BOOL bShow)
     if (!m_bValid)
         QzPlatform::ReportAssert("m_bValid", kSourceName, kLineCreateCtrl);
     auto it = std::find_if(m_lstCtrl.begin(), m_lstCtrl.end(),
-                           [pCtrl](const QzCtrlEntry* pEntry) { return pEntry->pCtrl == pCtrl; });
-    if (!pCtrl || it == m_lstCtrl.end() || (*it)->bCreated)
+                           [pCtrl](const QzCtrlEntry& entry) { return entry.pCtrl == pCtrl; });
+    if (!pCtrl || it == m_lstCtrl.end() || it->bCreated)
         return;
     // Created entries go last, so that the leading uncreated ones stay together.
-    QzCtrlEntry* pEntry = *it;
     m_lstCtrl.splice(m_lstCtrl.end(), m_lstCtrl, it);
-    pEntry->bCreated = true;
+    it->bCreated = true;
     ++m_nCtrlListVersion;
     pCtrl->Create(m_pQzGuiMgr);
     pCtrl->ShowWindow(bShow ? SW_SHOW : SW_HIDE);
@@ -248,34 +245,34 @@ void CQzDialog::AddCtrl(DWORD nId, CQzBaseWindow* pCtrl)
         return;
     const bool bHeld =
         std::any_of(m_lstCtrl.begin(), m_lstCtrl.end(),
-                    [pCtrl](const QzCtrlEntry* pEntry) { return pEntry->pCtrl == pCtrl; });
+                    [pCtrl](const QzCtrlEntry& entry) { return entry.pCtrl == pCtrl; });
     if (bHeld)
         return;
     pCtrl->SetParent(this);
     pCtrl->SetId(nId);
     // A new entry is not created yet: it joins the uncreated ones, ahead of every created one.
     auto firstCreated = std::find_if(m_lstCtrl.begin(), m_lstCtrl.end(),
-                                     [](const QzCtrlEntry* pEntry) { return pEntry->bCreated; });
-    m_lstCtrl.insert(firstCreated, new QzCtrlEntry{false, nId, pCtrl->GetWndType(), pCtrl});
+                                     [](const QzCtrlEntry& entry) { return entry.bCreated; });
+    m_lstCtrl.insert(firstCreated, QzCtrlEntry{false, nId, pCtrl->GetWndType(), pCtrl});
     ++m_nCtrlListVersion;
 }
 
 const QzCtrlEntry* CQzDialog::FindCtrlEntry(DWORD nId) const
 {
-    for (const QzCtrlEntry* pEntry : m_lstCtrl)
+    for (const QzCtrlEntry& entry : m_lstCtrl)
     {
-        if (pEntry->nId == nId)
-            return pEntry;
+        if (entry.nId == nId)
+            return &entry;
     }
     return nullptr;
 }
 
 CQzBaseWindow* CQzDialog::FindCtrl(DWORD nFullId)
 {
-    for (QzCtrlEntry* pEntry : m_lstCtrl)
+    for (QzCtrlEntry& entry : m_lstCtrl)
     {
-        if (pEntry->pCtrl->GetFullId() == nFullId)
-            return pEntry->pCtrl;
+        if (entry.pCtrl->GetFullId() == nFullId)
+            return entry.pCtrl;
     }
     return nullptr;
 }
@@ -283,7 +280,7 @@ CQzBaseWindow* CQzDialog::FindCtrl(DWORD nFullId)
 void CQzDialog::MoveCtrlToEnd(DWORD nId)
 {
     auto it = std::find_if(m_lstCtrl.begin(), m_lstCtrl.end(),
-                           [nId](const QzCtrlEntry* pEntry) { return pEntry->nId == nId; });
+                           [nId](const QzCtrlEntry& entry) { return entry.nId == nId; });
     if (it == m_lstCtrl.end())
         return;
     m_lstCtrl.splice(m_lstCtrl.end(), m_lstCtrl, it);
@@ -293,10 +290,9 @@ void CQzDialog::MoveCtrlToEnd(DWORD nId)
 void CQzDialog::RemoveCtrl(CQzBaseWindow* pCtrl)
 {
     auto it = std::find_if(m_lstCtrl.begin(), m_lstCtrl.end(),
-                           [pCtrl](const QzCtrlEntry* pEntry) { return pEntry->pCtrl == pCtrl; });
+                           [pCtrl](const QzCtrlEntry& entry) { return entry.pCtrl == pCtrl; });
     if (!pCtrl || it == m_lstCtrl.end())
         return;
-    delete *it;
     m_lstCtrl.erase(it);
     ++m_nCtrlListVersion;
     if (m_pHoverCtrl == pCtrl)
@@ -480,7 +476,7 @@ QzCtrlEntry* CQzDialog::CtrlEntryAt(UINT message, int x, int y)
 {
     for (auto it = m_lstCtrl.rbegin(); it != m_lstCtrl.rend(); ++it)
     {
-        QzCtrlEntry* pEntry = *it;
+        QzCtrlEntry* pEntry = &*it;
         CQzBaseWindow* pCtrl = pEntry->pCtrl;
         if (!pEntry->bCreated || !pCtrl->IsWindowVisible() || !pCtrl->PtInWindow(x, y))
             continue;
@@ -616,9 +612,9 @@ void CQzDialog::OnMove(WPARAM x, LPARAM y)
         pDialog->PlaceAbsolute(rc.left + nX, rc.top + nY, pDialog->GetWidth(),
                                pDialog->GetHeight());
     }
-    for (QzCtrlEntry* pEntry : m_lstCtrl)
+    for (QzCtrlEntry& entry : m_lstCtrl)
     {
-        CQzBaseWindow* pCtrl = pEntry->pCtrl;
+        CQzBaseWindow* pCtrl = entry.pCtrl;
         const RECT& rc = pCtrl->GetLocalRect();
         pCtrl->PlaceAbsolute(rc.left + nX, rc.top + nY, pCtrl->GetWidth(), pCtrl->GetHeight());
     }
@@ -742,8 +738,9 @@ void CQzDialog::SetValid(bool bValid)
     // An unregistered dialog is drawn by nobody, so it hides at once instead of flying out.
     m_bNoFlyOut = true;
     ShowWindow(SW_HIDE);
-    for (QzCtrlEntry* pEntry : m_lstCtrl)
-        pEntry->bCreated = false;
+    for (QzCtrlEntry& entry : m_lstCtrl)
+        entry.bCreated = false;
+    ++m_nCtrlListVersion;
     m_bValid = false;
 }
 
@@ -869,11 +866,12 @@ const std::vector<CQzBaseWindow*>& CQzDialog::DrawOrder()
     if (m_nDrawOrderVersion == m_nCtrlListVersion)
         return m_vecDrawOrder;
     m_vecDrawOrder.clear();
-    for (const QzCtrlEntry* pEntry : m_lstCtrl)
+    for (const QzCtrlEntry& entry : m_lstCtrl)
     {
-        if (pEntry->bCreated)
-            m_vecDrawOrder.push_back(pEntry->pCtrl);
+        if (entry.bCreated)
+            m_vecDrawOrder.push_back(entry.pCtrl);
     }
+    m_vecDrawOrder.shrink_to_fit(); // screens hold tens of thousands of controls
     m_nDrawOrderVersion = m_nCtrlListVersion;
     return m_vecDrawOrder;
 }

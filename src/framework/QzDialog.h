@@ -109,7 +109,7 @@ public:
     // Takes the control out of the dialog, created or not: it is no longer drawn, hit, moved or
     // reloaded, and the manager lets go of it (capture, key focus). The host deletes it then.
     void RemoveCtrl(CQzBaseWindow* pCtrl);
-    const std::list<QzCtrlEntry*>& GetCtrlEntries() const { return m_lstCtrl; }
+    const std::list<QzCtrlEntry>& GetCtrlEntries() const { return m_lstCtrl; }
 
     // Child dialogs.
     void AddChildDialog(CQzDialog* pDialog, bool bCreateCtrls);
@@ -205,7 +205,7 @@ protected:
     bool m_bDragging = false;
     int m_nFlyDir = 0;
     bool m_bNoFlyOut = false;
-    std::list<QzCtrlEntry*> m_lstCtrl;
+    std::list<QzCtrlEntry> m_lstCtrl;
     // The created controls in the order of m_lstCtrl, for the frame's walk: one array instead
     // of a list node and an entry a control. Made again after m_lstCtrl changed.
     std::vector<CQzBaseWindow*> m_vecDrawOrder;

@@ -56,10 +56,10 @@ void AddRects(CQzDialog& dialog, std::vector<RECT>& rects)
     if (!dialog.IsVisible())
         return;
     rects.push_back(dialog.GetWindowRect());
-    for (const QzCtrlEntry* pEntry : dialog.GetCtrlEntries())
+    for (const QzCtrlEntry& entry : dialog.GetCtrlEntries())
     {
-        if (pEntry->bCreated && pEntry->pCtrl->IsWindowVisible())
-            rects.push_back(pEntry->pCtrl->GetWindowRect());
+        if (entry.bCreated && entry.pCtrl->IsWindowVisible())
+            rects.push_back(entry.pCtrl->GetWindowRect());
     }
     for (const auto& child : dialog.GetChildDialogs())
         AddRects(*child.second, rects);
@@ -137,8 +137,8 @@ CMonkeyEvent CEventSource::FocusEvent(const CMonkeyWorld& world)
         const CMonkeyDialog* pDialog = world.DialogAt(address);
         if (!pDialog)
             continue;
-        for (const QzCtrlEntry* pEntry : pDialog->GetCtrlEntries())
-            (IsEditBox(pEntry->pCtrl) ? edits : others).emplace_back(address, pEntry->nId);
+        for (const QzCtrlEntry& entry : pDialog->GetCtrlEntries())
+            (IsEditBox(entry.pCtrl) ? edits : others).emplace_back(address, entry.nId);
     }
     std::vector<std::pair<int, DWORD>>& from = !edits.empty() && Chance(75) ? edits : others;
     if (from.empty())

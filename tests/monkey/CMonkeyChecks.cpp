@@ -65,10 +65,10 @@ std::string CheckRecord(const CQzGuiInfoMgr& info, const CQzBaseWindow& window)
 std::string CheckRecords(const CQzGuiInfoMgr& info, const CMonkeyDialog& dialog)
 {
     std::string violation = CheckRecord(info, dialog);
-    for (const QzCtrlEntry* pEntry : dialog.GetCtrlEntries())
+    for (const QzCtrlEntry& entry : dialog.GetCtrlEntries())
     {
-        if (violation.empty() && pEntry->bCreated)
-            violation = CheckRecord(info, *pEntry->pCtrl);
+        if (violation.empty() && entry.bCreated)
+            violation = CheckRecord(info, *entry.pCtrl);
     }
     for (const auto& pChild : dialog.Children())
     {

@@ -55,8 +55,8 @@ std::unique_ptr<QzGui::CQzBaseWindow> CMonkeyDialog::Unspawn(int nSlot)
 void CMonkeyDialog::MarkTreeRemoved()
 {
     MarkRemoved();
-    for (const QzGui::QzCtrlEntry* pEntry : GetCtrlEntries())
-        MarkWindowRemoved(pEntry->pCtrl);
+    for (const QzGui::QzCtrlEntry& entry : GetCtrlEntries())
+        MarkWindowRemoved(entry.pCtrl);
     for (const auto& pChild : m_children)
         pChild->MarkTreeRemoved();
 }

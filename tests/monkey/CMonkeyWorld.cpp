@@ -39,8 +39,8 @@ void SetModifiers(bool bCtrl, bool bShift)
 
 void FillCtrls(const CQzDialog& dialog)
 {
-    for (const QzCtrlEntry* pEntry : dialog.GetCtrlEntries())
-        CMonkeyBuilder::Fill(*pEntry->pCtrl);
+    for (const QzCtrlEntry& entry : dialog.GetCtrlEntries())
+        CMonkeyBuilder::Fill(*entry.pCtrl);
 }
 
 int SlotOf(int nValue)

@@ -70,10 +70,10 @@ template <typename Ctrl> Ctrl* FindCtrl(QzGui::IQzGuiMgr* mgr, DWORD dialogId, D
     QzGui::CQzDialog* dialog = mgr->FindDialog(dialogId);
     if (!dialog)
         return nullptr;
-    for (QzGui::QzCtrlEntry* entry : dialog->GetCtrlEntries())
+    for (const QzGui::QzCtrlEntry& entry : dialog->GetCtrlEntries())
     {
-        if (entry->nId == ctrlId)
-            return dynamic_cast<Ctrl*>(entry->pCtrl);
+        if (entry.nId == ctrlId)
+            return dynamic_cast<Ctrl*>(entry.pCtrl);
     }
     return nullptr;
 }

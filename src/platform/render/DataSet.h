@@ -92,12 +92,14 @@ IDataSet* TableDataSetQuery();
 
 // What a caller that asks for the same section over and over keeps of it between look-ups
 // (CTableDataSet::GetAni): the data set's entry and the epoch it was found under. Reset it when
-// the names it was found under change.
+// the names it was found under change. Packed to 12 bytes: every window holds one.
 namespace QzPlatform
 {
+#pragma pack(push, 4)
 struct AniRef
 {
     const void* pEntry = nullptr;
     uint32_t nEpoch = 0;
 };
+#pragma pack(pop)
 } // namespace QzPlatform

@@ -11,8 +11,8 @@ namespace
 std::vector<DWORD> EntryIds(const CQzDialog& dialog)
 {
     std::vector<DWORD> ids;
-    for (const QzCtrlEntry* pEntry : dialog.GetCtrlEntries())
-        ids.push_back(pEntry->nId);
+    for (const QzCtrlEntry& entry : dialog.GetCtrlEntries())
+        ids.push_back(entry.nId);
     return ids;
 }
 
@@ -63,8 +63,8 @@ TEST_F(DialogLifecycle, TheRegistrationFlagCreatesTheControlsAtOnceAndRemovalFor
     EXPECT_EQ(1, m_ctrls[0].nCreated);
 
     m_pMgr->RemoveDialog(&m_dialog);
-    for (const QzCtrlEntry* pEntry : m_dialog.GetCtrlEntries())
-        EXPECT_FALSE(pEntry->bCreated);
+    for (const QzCtrlEntry& entry : m_dialog.GetCtrlEntries())
+        EXPECT_FALSE(entry.bCreated);
     EXPECT_FALSE(m_dialog.IsValid());
 }
 

@@ -2,6 +2,7 @@
 # Runs a Windows program of the build under Wine, headless: CTest's and GoogleTest discovery's
 # emulator for the mingw-w64 build (tests/CMakeLists.txt).
 #   wine-run.sh PREFIX PROGRAM [ARG...]
+#   wine-run.sh PREFIX --keep-session | --end-session
 # PREFIX is the Wine prefix, kept in the build folder so that nothing lands in $HOME; it is made
 # on first use, with the null display driver (windows exist without an X server) and the
 # Simplified Chinese system locale, whose ANSI code page is 936, the game's. Wine takes the
@@ -26,4 +27,21 @@ wine=(env LC_ALL=zh_CN.GBK "$(command -v wine64 || command -v wine)")
     touch "$prefix/.qzgui-ready"
   fi
 ) 9>"$prefix.lock"
+# A Wine session (the server and the system's own processes) lasts while a program of the prefix
+# runs, and starting one costs seconds. The tests run one after another (they share the desktop's
+# mouse cursor), so a command interpreter waiting on its input keeps the session between them,
+# its output away from CTest's pipes; --end-session ends it and the session.
+case ${1:-} in
+  --keep-session)
+    setsid bash -c "sleep 3600 | ${wine[*]} cmd" >/dev/null 2>&1 </dev/null &
+    echo $! >"$prefix/session.pid"
+    exit 0 ;;
+  --end-session)
+    if [ -f "$prefix/session.pid" ]; then
+      kill -- -"$(cat "$prefix/session.pid")" 2>/dev/null || true
+      rm -f "$prefix/session.pid"
+    fi
+    wineserver -k 2>/dev/null || true
+    exit 0 ;;
+esac
 exec "${wine[@]}" "$@"

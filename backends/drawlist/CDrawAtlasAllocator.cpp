@@ -33,21 +33,30 @@ void CDrawAtlasAllocator::Clear()
     m_vecPages.clear();
 }
 
-bool CDrawAtlasAllocator::Place(int width, int height, AtlasPlace& place)
+bool CDrawAtlasAllocator::Place(int width, int height, AtlasPlace& place, size_t pageLimit)
 {
     if (width <= 0 || height <= 0)
         return false;
+    pageLimit = std::min(pageLimit, m_nMaxPages);
     if (width > m_nMaxSide || height > m_nMaxSide - kWhiteShelf)
-        return PlaceOnOwnPage(width, height, place);
-    for (Page& page : m_vecPages)
+        return PlaceOnOwnPage(width, height, place, pageLimit);
+    for (size_t index = 0; index < m_vecPages.size() && index < pageLimit; ++index)
     {
+        Page& page = m_vecPages[index];
         if (page.packer.Place(width, height, place.x, place.y))
         {
             place.page = page.atlas;
             return true;
         }
     }
-    return PlaceByGrowing(width, height, place) || PlaceOnNewPage(width, height, place);
+    return PlaceByGrowing(width, height, place, pageLimit) ||
+           PlaceOnNewPage(width, height, place, pageLimit);
+}
+
+bool CDrawAtlasAllocator::Holds(const DrawAtlas* page) const
+{
+    return std::any_of(m_vecPages.begin(), m_vecPages.end(),
+                       [page](const Page& own) { return own.atlas == page; });
 }
 
 CDrawAtlasAllocator::Page& CDrawAtlasAllocator::AddPage(int width, int height, bool growable)
@@ -61,19 +70,20 @@ CDrawAtlasAllocator::Page& CDrawAtlasAllocator::AddPage(int width, int height, b
     return page;
 }
 
-bool CDrawAtlasAllocator::PlaceOnOwnPage(int width, int height, AtlasPlace& place)
+bool CDrawAtlasAllocator::PlaceOnOwnPage(int width, int height, AtlasPlace& place, size_t pageLimit)
 {
-    if (m_vecPages.size() >= m_nMaxPages)
+    if (m_vecPages.size() >= pageLimit)
         return false;
     Page& page = AddPage(std::max(width, kWhiteArea), height + kWhiteShelf, false);
     place.page = page.atlas;
     return page.packer.Place(width, height, place.x, place.y);
 }
 
-bool CDrawAtlasAllocator::PlaceByGrowing(int width, int height, AtlasPlace& place)
+bool CDrawAtlasAllocator::PlaceByGrowing(int width, int height, AtlasPlace& place, size_t pageLimit)
 {
-    for (Page& page : m_vecPages)
+    for (size_t index = 0; index < m_vecPages.size() && index < pageLimit; ++index)
     {
+        Page& page = m_vecPages[index];
         while (page.growable && page.packer.GetWidth() < m_nMaxSide)
         {
             const int side = std::min(page.packer.GetWidth() * 2, m_nMaxSide);
@@ -89,9 +99,9 @@ bool CDrawAtlasAllocator::PlaceByGrowing(int width, int height, AtlasPlace& plac
     return false;
 }
 
-bool CDrawAtlasAllocator::PlaceOnNewPage(int width, int height, AtlasPlace& place)
+bool CDrawAtlasAllocator::PlaceOnNewPage(int width, int height, AtlasPlace& place, size_t pageLimit)
 {
-    if (m_vecPages.size() >= m_nMaxPages)
+    if (m_vecPages.size() >= pageLimit)
         return false;
     int side = m_nStartSide;
     while (side < m_nMaxSide && (side < width || side - kWhiteShelf < height))

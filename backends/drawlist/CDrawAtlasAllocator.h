@@ -7,6 +7,7 @@
 #include "CDrawShelfPacker.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <vector>
 
 namespace QzPlatform
@@ -28,8 +29,10 @@ public:
     CDrawAtlasAllocator& operator=(const CDrawAtlasAllocator&) = delete;
 
     // A free width x height area; false when the page limit is reached or the size is not
-    // positive.
-    bool Place(int width, int height, AtlasPlace& place);
+    // positive. pageLimit lowers the limit for this call: the area goes only on the first
+    // pageLimit pages (grown when they can be).
+    bool Place(int width, int height, AtlasPlace& place, size_t pageLimit = SIZE_MAX);
+    bool Holds(const DrawAtlas* page) const;
     // Gives every page back to the page set.
     void Clear();
     size_t GetPageCount() const { return m_vecPages.size(); }
@@ -43,9 +46,9 @@ private:
     };
 
     Page& AddPage(int width, int height, bool growable);
-    bool PlaceOnOwnPage(int width, int height, AtlasPlace& place);
-    bool PlaceByGrowing(int width, int height, AtlasPlace& place);
-    bool PlaceOnNewPage(int width, int height, AtlasPlace& place);
+    bool PlaceOnOwnPage(int width, int height, AtlasPlace& place, size_t pageLimit);
+    bool PlaceByGrowing(int width, int height, AtlasPlace& place, size_t pageLimit);
+    bool PlaceOnNewPage(int width, int height, AtlasPlace& place, size_t pageLimit);
 
     CDrawAtlasPages& m_pages;
     int m_nStartSide;

@@ -49,6 +49,8 @@ public:
     // Forgets every glyph and gives the pages back.
     void Clear();
     bool IsOverBudget() const { return m_allocator.GetPageCount() > kPageBudget; }
+    // The text's pages, which small images share (CDrawImageCache).
+    CDrawAtlasAllocator& Allocator() { return m_allocator; }
 
 private:
     uint64_t KeyOf(PangoFont* font, PangoGlyph glyph);

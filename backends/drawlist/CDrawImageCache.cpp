@@ -85,8 +85,9 @@ void CopyPadded(cairo_surface_t* image, DrawAtlas& page, int x, int y)
 
 } // namespace
 
-CDrawImageCache::CDrawImageCache(CDrawAtlasPages& pages)
-    : m_allocator(pages, kPageStartSide, kPageMaxSide, std::numeric_limits<size_t>::max())
+CDrawImageCache::CDrawImageCache(CDrawAtlasPages& pages, CDrawAtlasAllocator* shared)
+    : m_allocator(pages, kPageStartSide, kPageMaxSide, std::numeric_limits<size_t>::max()),
+      m_pShared(shared)
 {
 }
 
@@ -107,35 +108,80 @@ TextureId CDrawImageCache::Decode(const std::string& path)
 {
     if (path.empty() || path.find('\0') != std::string::npos)
         return 0;
+    DrawImage placed;
+    if (!Lay(path, placed))
+        return 0;
+    m_vecImages.push_back(placed);
+    m_vecPaths.push_back(path);
+    return m_nFirstId + static_cast<TextureId>(m_vecImages.size() - 1);
+}
+
+bool CDrawImageCache::Lay(const std::string& path, DrawImage& placed)
+{
     cairo_surface_t* image = ReadPng(path);
     if (image == nullptr)
-        return 0;
+        return false;
     cairo_surface_flush(image);
-    DrawImage placed;
     placed.width = cairo_image_surface_get_width(image);
     placed.height = cairo_image_surface_get_height(image);
+    const int width = placed.width + 2;
+    const int height = placed.height + 2;
+    const int64_t area = int64_t(width) * height;
     AtlasPlace place;
-    const bool fits = placed.width <= kMaxImageSide && placed.height <= kMaxImageSide &&
-                      m_allocator.Place(placed.width + 2, placed.height + 2, place);
-    if (fits)
+    const bool fits = placed.width <= kMaxImageSide && placed.height <= kMaxImageSide;
+    placed.shared = fits && m_pShared && m_nSharedArea + area <= kSharedArea &&
+                    m_pShared->Place(width, height, place, 1);
+    const bool laid = placed.shared || (fits && m_allocator.Place(width, height, place));
+    if (laid)
         CopyPadded(image, *place.page, place.x + 1, place.y + 1);
     cairo_surface_destroy(image);
-    if (!fits)
-        return 0;
+    if (!laid)
+        return false;
+    m_nSharedArea += placed.shared ? area : 0;
     placed.page = place.page;
     placed.x = place.x + 1;
     placed.y = place.y + 1;
-    m_vecImages.push_back(placed);
-    return m_nFirstId + static_cast<TextureId>(m_vecImages.size() - 1);
+    return true;
+}
+
+// A file that can no longer be read loses its image until Clear: it is not read every frame.
+bool CDrawImageCache::Restore(DrawImage& image, const std::string& path)
+{
+    if (image.lost)
+        return false;
+    const int width = image.width;
+    const int height = image.height;
+    image.lost = !Lay(path, image) || image.width != width || image.height != height;
+    if (image.lost)
+    {
+        image = DrawImage{nullptr, 0, 0, width, height, false, true};
+        LogEvent("open file failed", "CDrawImageCache", __LINE__,
+                 {LogText("file_name", path.c_str())});
+    }
+    return !image.lost;
+}
+
+void CDrawImageCache::ReleaseShared()
+{
+    for (DrawImage& image : m_vecImages)
+    {
+        if (!image.shared)
+            continue;
+        image.page = nullptr;
+        image.shared = false;
+    }
+    m_nSharedArea = 0;
 }
 
 SizeI CDrawImageCache::GetSize(TextureId texture) const
 {
-    const DrawImage* image = Find(texture);
-    return image == nullptr ? SizeI{} : SizeI{image->width, image->height};
+    const TextureId index = texture - m_nFirstId;
+    if (texture < m_nFirstId || index >= m_vecImages.size() || m_vecImages[index].lost)
+        return SizeI{};
+    return SizeI{m_vecImages[index].width, m_vecImages[index].height};
 }
 
-bool CDrawImageCache::IsTransparent(TextureId texture, int x, int y) const
+bool CDrawImageCache::IsTransparent(TextureId texture, int x, int y)
 {
     const DrawImage* image = Find(texture);
     if (image == nullptr || x < 0 || y < 0 || x >= image->width || y >= image->height)
@@ -149,6 +195,8 @@ void CDrawImageCache::Clear()
 {
     m_nFirstId += static_cast<TextureId>(m_vecImages.size());
     m_vecImages.clear();
+    m_vecPaths.clear();
+    m_nSharedArea = 0;
     m_mapIds.clear();
     m_allocator.Clear();
 }

@@ -81,7 +81,8 @@ public:
     Impl(int width, int height)
         : nWidth(ClampInt(width, 1, kMaxScreenSide)), nHeight(ClampInt(height, 1, kMaxScreenSide)),
           pFillPage(pages.Create(CDrawAtlasPages::kWhiteSide, CDrawAtlasPages::kWhiteSide)),
-          images(pages), glyphs(pages), text(glyphs), items(builder, *pFillPage)
+          glyphs(pages), images(pages, &glyphs.Allocator()), text(glyphs),
+          items(builder, *pFillPage)
     {
         pages.SetGrowHandler([this](const DrawAtlas& page, int oldWidth, int oldHeight)
                              { items.OnPageGrown(page, oldWidth, oldHeight); });
@@ -120,8 +121,8 @@ public:
     uint32_t dwClearColor = kDefaultClearColor;
     CDrawAtlasPages pages;
     const DrawAtlas* pFillPage;
-    CDrawImageCache images;
     CDrawGlyphCache glyphs;
+    CDrawImageCache images;
     CDrawTextCache text;
     CDrawListBuilder builder;
     CDrawItemStore items;
@@ -173,8 +174,9 @@ int CDrawListDevice::GetScreenHeight() const
     return m_pImpl->nHeight;
 }
 
-// The glyph pages start again here, between frames, when text has filled more of them than
-// the budget: no command of the list refers to them any more.
+// The text's pages start again here, between frames, when text has filled more of them than
+// the budget: no command of the list refers to them any more, and the images that shared the
+// first one are laid out again on their next use.
 void CDrawListDevice::BeginFrame()
 {
     Impl& impl = *m_pImpl;
@@ -182,6 +184,7 @@ void CDrawListDevice::BeginFrame()
     {
         impl.text.ForgetQuads();
         impl.items.Clear();
+        impl.images.ReleaseShared();
         impl.glyphs.Clear();
     }
     impl.builder.Begin(impl.nWidth, impl.nHeight);

@@ -4,10 +4,12 @@
 #include "CDrawListDevice.h"
 #include "CDrawTextCache.h"
 #include "DrawListTestSupport.h"
+#include "support/LogCapture.h"
 
 #include <gtest/gtest.h>
 
 #include <climits>
+#include <cstdio>
 #include <random>
 #include <string>
 #include <vector>
@@ -17,6 +19,8 @@ using QzPlatform::DrawAtlas;
 using QzPlatform::DrawList;
 using QzPlatform::DrawVertex;
 using QzPlatform::FontSpec;
+using QzPlatform::RectI;
+using QzPlatform::TextureId;
 
 namespace
 {
@@ -224,6 +228,47 @@ TEST_F(DrawListText, GlyphPagesPastTheBudgetStartAgainAtTheNextFrame)
     const DrawList& list = List();
     ASSERT_EQ(1u, list.commands.size());
     EXPECT_NE(nullptr, device.FindAtlas(list.commands[0].atlas));
+}
+
+// Small images share the text's first page, so a skin and its caption make one command. When
+// the text's pages start again an image is laid out again from its file on its next use, drawing
+// the same pixels; an image whose file is gone by then draws nothing, has no size and is
+// reported once.
+TEST_F(DrawListText, ImagesOnTheTextPageComeBackFromTheirFilesAfterItStartsAgain)
+{
+    QzTest::PngFolder folder;
+    const auto opaque = [](int x, int y) { return 0xFF000000u | uint32_t(x * 40 << 8 | y * 50); };
+    const TextureId skin = device.LoadTexture(folder.WritePng("skin.png", 6, 4, opaque));
+    const TextureId gone = device.LoadTexture(folder.WritePng("gone.png", 6, 4, opaque));
+    const auto draw = [&]
+    {
+        device.DrawTexture(skin, RectI{0, 0, 6, 4}, 2, 2, 6, 4, 255, 1.0f);
+        device.DrawText(10, 0, "Ok", kFont, 0xFFFFFFFF, 0xFF000000);
+        device.DrawTexture(gone, RectI{0, 0, 6, 4}, 40, 2, 6, 4, 255, 1.0f);
+        EXPECT_EQ(1u, List().commands.size());
+        return QzTest::ListRaster(device, 0xFF808080);
+    };
+    const QzTest::ListRaster before = draw();
+
+    device.BeginFrame();
+    const size_t atlases = device.GetAtlasCount();
+    for (int i = 0; i < 400 && device.GetAtlasCount() < atlases + 2; ++i)
+        device.DrawText(0, 0, Ideograph(i), FontSpec{"", 400}, 0xFFFFFFFF, 0);
+    device.EndFrame();
+    std::remove(folder.Path("gone.png").c_str());
+    QzTest::LogCapture log;
+    device.BeginFrame();
+    ASSERT_LT(device.GetAtlasCount(), atlases);
+    const QzTest::ListRaster after = draw();
+    for (int y = 0; y < 20; ++y)
+        for (int x = 0; x < 30; ++x)
+            ASSERT_EQ(before.At(x, y), after.At(x, y)) << x << "," << y;
+    EXPECT_EQ(0xFF808080u, after.At(42, 4));
+    EXPECT_EQ(0, device.GetTextureSize(gone).cx);
+    EXPECT_FALSE(device.IsTransparent(skin, 5, 3));
+    device.BeginFrame();
+    draw();
+    EXPECT_EQ(1u, log.Records().size());
 }
 
 TEST(DrawTextCache, KeepsTheMostRecentlyUsedLayouts)

@@ -284,6 +284,19 @@ TEST_F(DrawListTextures, AnImageLargerThanAPageGetsItsOwnPage)
     EXPECT_FALSE(device.IsTransparent(small, 3, 3));
 }
 
+// Images take no more than kSharedArea texels of the text's first page; the rest go on pages of
+// their own.
+TEST_F(DrawListTextures, ImagesShareTheTextPageOnlyUpToTheirArea)
+{
+    const TextureId first = Load("first.png", 800, 800, Opaque);
+    const TextureId second = Load("second.png", 800, 800, Opaque);
+    device.DrawTexture(first, RectI{0, 0, 4, 4}, 0, 0, 4, 4, 255, 1.0f);
+    device.DrawTexture(second, RectI{0, 0, 4, 4}, 4, 0, 4, 4, 255, 1.0f);
+    const DrawList& list = List();
+    ASSERT_EQ(2u, list.commands.size());
+    EXPECT_NE(list.commands[0].atlas, list.commands[1].atlas);
+}
+
 // A page that grows while a frame is drawn keeps the quads already written on the same texels.
 TEST_F(DrawListTextures, PageGrowthKeepsEarlierQuadsOnTheirTexels)
 {

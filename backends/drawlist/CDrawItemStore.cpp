@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstring>
-#include <numeric>
 
 namespace QzPlatform
 {
@@ -78,7 +77,7 @@ void CDrawItemStore::BeginFrame()
     EndFrame();
     m_bFrameOpen = true;
     ++m_nFrame;
-    if (m_nGivenUp > 4096 && m_nGivenUp > m_nItemQuads / 2)
+    if (IsWorthPacking())
         Compact();
     m_list.vertices.resize(size_t(m_nItemQuads) * 4);
     m_list.indices.resize(size_t(m_nItemQuads) * 6);
@@ -304,8 +303,19 @@ void CDrawItemStore::Relocate(Item& item, uint32_t quads)
     std::copy(from, from + size_t(m_nKept) * 4, m_list.vertices.begin() + size_t(first) * 4);
     MarkChanged(size_t(first) * 4, size_t(first + m_nKept) * 4);
     m_nGivenUp += item.capacity;
+    m_nMoved += item.capacity > 0 ? 1 : 0;
     item.first = first;
     item.capacity = capacity;
+}
+
+// Packing copies every slot: worth it when half the storage is given up, or when enough items
+// left their neighbours (each one moved splits its run of commands in two). Moved items get room
+// to grow, so they rarely move again.
+bool CDrawItemStore::IsWorthPacking() const
+{
+    const bool wasted = m_nGivenUp > 4096 && m_nGivenUp > m_nItemQuads / 2;
+    const bool scattered = m_nMoved >= 8 && m_nMoved * 16 >= m_vecItems.size();
+    return wasted || scattered;
 }
 
 // Commands of items drawn one after the other in their slots' order join into one.
@@ -362,18 +372,18 @@ void CDrawItemStore::ReleaseUndrawn()
     m_bReorder = false;
 }
 
-// Slots move to the front in their order, each with room to grow.
+// Slots are laid side by side in drawing order (the order of the items), grown ones with room: a
+// run of items drawn from one page then joins into one command.
 void CDrawItemStore::Compact()
 {
-    std::vector<uint32_t> order(m_vecItems.size());
-    std::iota(order.begin(), order.end(), 0u);
-    std::sort(order.begin(), order.end(),
-              [this](uint32_t a, uint32_t b) { return m_vecItems[a].first < m_vecItems[b].first; });
+    size_t total = 0;
+    for (const Item& item : m_vecItems)
+        total += RoomFor(item.used, item.grown);
     std::vector<DrawVertex> packed;
+    packed.reserve(total * 4);
     uint32_t next = 0;
-    for (uint32_t index : order)
+    for (Item& item : m_vecItems)
     {
-        Item& item = m_vecItems[index];
         const auto from = m_list.vertices.begin() + size_t(item.first) * 4;
         packed.insert(packed.end(), from, from + size_t(item.used) * 4);
         item.first = next;
@@ -384,6 +394,7 @@ void CDrawItemStore::Compact()
     m_list.vertices.swap(packed);
     m_nItemQuads = next;
     m_nGivenUp = 0;
+    m_nMoved = 0;
     MarkChanged(0, m_list.vertices.size());
 }
 
@@ -441,6 +452,7 @@ void CDrawItemStore::Clear()
     m_list.Clear();
     m_nItemQuads = 0;
     m_nGivenUp = 0;
+    m_nMoved = 0;
     m_nOpen = kNone;
     m_bDiverged = false;
     m_scratch.Reset(m_fillPage);

@@ -118,6 +118,7 @@ private:
     void Emit(const Item& item);
     void FlushOutside();
     void ReleaseUndrawn();
+    bool IsWorthPacking() const;
     void Compact();
     void Assemble();
     void WriteIndices(size_t quads);
@@ -134,6 +135,7 @@ private:
     bool m_bFrameOpen = true;  // drawing before the first BeginFrame makes a frame too
     uint32_t m_nItemQuads = 0; // end of the slots in the storage
     uint32_t m_nGivenUp = 0;   // quads of slots given up since the last packing
+    uint32_t m_nMoved = 0;     // items moved to the end since the last packing
     // The open item, the number of its recorded calls matched so far, and once it differs, the
     // quads kept before the first differing call and the first call recorded anew.
     uint32_t m_nOpen = kNone;

@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <random>
 #include <sstream>
 #include <string>
@@ -15,6 +16,7 @@ namespace
 {
 
 using QzPlatform::CDrawListDevice;
+using QzPlatform::DrawCommand;
 using QzPlatform::DrawList;
 using QzPlatform::FontSpec;
 using QzPlatform::RectI;
@@ -246,6 +248,33 @@ TEST_F(DrawListItems, AnItemIsRepeatedOnlyUnderTheLookItWasDrawnWith)
     kept.BeginFrame();
     EXPECT_FALSE(drawA(kept, 9));
     kept.EndFrame();
+}
+
+// Items that outgrow their slots move to the end of the storage, out of their drawing order;
+// once enough have moved, the slots are packed in drawing order again and the frame's commands
+// run forward through the vertex array.
+TEST_F(DrawListItems, MovedItemsArePackedBackInDrawingOrder)
+{
+    const auto frame = [this](int rows)
+    {
+        kept.BeginFrame();
+        for (int i = 0; i < 64; ++i)
+        {
+            kept.BeginItem(&m_sprite[0] + i);
+            for (int row = 0; row < (i % 2 ? rows : 1); ++row)
+                kept.FillRect(i, row, i + 1, row + 1, 0xFF0000FFu);
+            kept.EndItem();
+        }
+        kept.EndFrame();
+        const std::vector<DrawCommand>& commands = kept.GetDrawList().commands;
+        return std::is_sorted(commands.begin(), commands.end(),
+                              [](const DrawCommand& a, const DrawCommand& b)
+                              { return a.indexOffset < b.indexOffset; });
+    };
+    EXPECT_TRUE(frame(1));
+    EXPECT_FALSE(frame(3)); // the odd items moved to the end
+    EXPECT_TRUE(frame(3));  // packed at the frame's start
+    EXPECT_TRUE(frame(4));  // room to grow: nothing moves
 }
 
 TEST_F(DrawListItems, StorageOfItemsThatWentIsGivenBack)

@@ -15,6 +15,13 @@ namespace
 void MapSpan(int64_t first, int64_t last, int64_t cutFirst, int64_t cutLast, int extent,
              int& destFirst, int& destLast)
 {
+    if (cutFirst == first && cutLast == last)
+    {
+        // Nothing cut (the common case): the formula below gives exactly 0 and extent.
+        destFirst = 0;
+        destLast = extent;
+        return;
+    }
     const double span = static_cast<double>(last - first);
     destFirst =
         static_cast<int>(std::floor((cutFirst - first) * static_cast<double>(extent) / span));
@@ -24,6 +31,8 @@ void MapSpan(int64_t first, int64_t last, int64_t cutFirst, int64_t cutLast, int
 // origin + delta * scale, kept inside the int range whatever the scale.
 int ScaledOffset(int origin, int delta, float scale)
 {
+    if (delta == 0)
+        return origin;
     const double value = std::round(origin + static_cast<double>(delta) * scale);
     if (!(value > INT_MIN))
         return INT_MIN;

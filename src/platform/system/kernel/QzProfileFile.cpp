@@ -169,6 +169,72 @@ void CQzProfileFile::InsertLine(size_t position, const std::string& line)
     Splice(position, position, (needBreak ? eol : std::string()) + line + eol);
 }
 
+// A line "key=value" that reads back as that key with that value: one line, not a header, not a
+// comment, the name ending at its '='.
+bool CQzProfileFile::IsPlainKeyLine(const std::string& key, const std::string& value)
+{
+    const auto breaks = [](const std::string& text)
+    { return text.find_first_of("\r\n") != std::string::npos; };
+    if (breaks(key) || breaks(value) || key.find('=') != std::string::npos)
+        return false;
+    return key.empty() || (key[0] != '[' && key[0] != ';');
+}
+
+// The `removed` bytes at `position` became `added` bytes: what lies after them moves. At the
+// position itself, a replaced line keeps its place, and so does a line's pointer to the next
+// line when a line is inserted there; the line that began there moves after the inserted one.
+void CQzProfileFile::Shift(size_t position, size_t removed, size_t added)
+{
+    const auto move = [=](size_t& offset, bool pointsToNext)
+    {
+        if (offset > position || (offset == position && removed == 0 && !pointsToNext))
+            offset = offset + added - removed;
+    };
+    for (Section& section : m_vecSections)
+    {
+        if (section.end < position)
+            continue;
+        move(section.headerBegin, false);
+        move(section.headerNext, true);
+        move(section.end, false);
+        for (Entry& entry : section.entries)
+        {
+            move(entry.lineBegin, false);
+            move(entry.lineEnd, false);
+            move(entry.nextLine, true);
+        }
+    }
+}
+
+void CQzProfileFile::ReplaceValue(Entry& entry, const std::string& value)
+{
+    const std::string line = entry.name + "=" + value;
+    const size_t length = entry.lineEnd - entry.lineBegin;
+    m_strText.replace(entry.lineBegin, length, line);
+    Shift(entry.lineBegin, length, line.size());
+    entry.value = Trim(value);
+    entry.hasValue = true;
+}
+
+// After the section's last key line, as InsertLine would put it.
+void CQzProfileFile::AddKey(Section& section, const std::string& key, const std::string& value)
+{
+    const size_t position =
+        section.entries.empty() ? section.headerNext : section.entries.back().nextLine;
+    const std::string line = key + "=" + value + LineEnding();
+    m_strText.insert(position, line);
+    Shift(position, 0, line.size());
+    Entry entry;
+    entry.name = key;
+    entry.value = Trim(value);
+    entry.hasValue = true;
+    entry.lineBegin = position;
+    entry.lineEnd = position + key.size() + 1 + value.size();
+    entry.nextLine = position + line.size();
+    section.keyIndex.emplace(Fold(key), section.entries.size());
+    section.entries.push_back(std::move(entry));
+}
+
 bool CQzProfileFile::SetValue(const std::string& section, const std::string& key,
                               const std::string& value)
 {
@@ -183,6 +249,12 @@ bool CQzProfileFile::SetValue(const std::string& section, const std::string& key
     const Entry* entry = FindEntry(section, key);
     if (entry && entry->hasValue && entry->value == newValue)
         return false;
+    Section& target = m_vecSections[size_t(found - m_vecSections.data())];
+    if (entry && IsPlainKeyLine(entry->name, newValue))
+    {
+        ReplaceValue(target.entries[size_t(entry - target.entries.data())], newValue);
+        return true;
+    }
     if (entry)
     {
         Splice(entry->lineBegin, entry->lineEnd, entry->name + "=" + newValue);
@@ -190,6 +262,12 @@ bool CQzProfileFile::SetValue(const std::string& section, const std::string& key
     }
     const size_t position =
         found->entries.empty() ? found->headerNext : found->entries.back().nextLine;
+    const bool atLineStart = position == 0 || IsLineBreak(m_strText[position - 1]);
+    if (atLineStart && IsPlainKeyLine(Trim(key), newValue))
+    {
+        AddKey(target, Trim(key), newValue);
+        return true;
+    }
     InsertLine(position, Trim(key) + "=" + newValue);
     return true;
 }

@@ -1,6 +1,7 @@
 // One profile (INI) file in memory: its bytes as read and an index of its sections and keys.
 // Edits change the bytes of the affected lines only, so that everything else of the file stays
-// as it was, and then index the text again.
+// as it was, and then index the text again; a key line given a new value or added to a section
+// moves the offsets after it instead (a layout written back is a key at a time).
 //
 // Reading rules (those of Windows): lines end with CR LF, LF or CR; blanks around names and
 // values are ignored; a line whose first non-blank character is ';' is a comment; "[name]"
@@ -64,6 +65,10 @@ private:
     void ParseLine(size_t begin, size_t end, size_t next);
     void Splice(size_t begin, size_t end, const std::string& replacement);
     void InsertLine(size_t position, const std::string& line);
+    static bool IsPlainKeyLine(const std::string& key, const std::string& value);
+    void ReplaceValue(Entry& entry, const std::string& value);
+    void AddKey(Section& section, const std::string& key, const std::string& value);
+    void Shift(size_t position, size_t removed, size_t added);
     std::string LineEnding() const;
     std::string Fold(const std::string& name) const;
 

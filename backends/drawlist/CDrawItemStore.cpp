@@ -280,6 +280,7 @@ void CDrawItemStore::Commit(Item& item)
     }
     if (total > item.capacity)
         Relocate(item, total);
+    ClearRoom(item, total);
     const size_t at = (size_t(item.first) + m_nKept) * 4;
     std::copy(m_scratch.vertices.begin(), m_scratch.vertices.end(), m_list.vertices.begin() + at);
     MarkChanged(at, at + m_scratch.vertices.size());
@@ -318,7 +319,20 @@ bool CDrawItemStore::IsWorthPacking() const
     return wasted || scattered;
 }
 
-// Commands of items drawn one after the other in their slots' order join into one.
+// Quads the item drew before past its new end become degenerate (all corners at the origin):
+// the item's commands run over its slot's room, which must draw nothing.
+void CDrawItemStore::ClearRoom(const Item& item, uint32_t used)
+{
+    if (used >= item.used)
+        return;
+    const auto begin = m_list.vertices.begin() + (size_t(item.first) + used) * 4;
+    std::fill(begin, begin + size_t(item.used - used) * 4, DrawVertex{});
+    MarkChanged((size_t(item.first) + used) * 4, (size_t(item.first) + item.used) * 4);
+}
+
+// Commands of items drawn one after the other in their slots' order join into one. The item's
+// last command also takes in the room of its slot (degenerate quads), so that it reaches the
+// next slot's first quad and joins the next item's first command.
 void CDrawItemStore::Emit(const Item& item)
 {
     const uint32_t offset = item.first * 6;
@@ -339,6 +353,11 @@ void CDrawItemStore::Emit(const Item& item)
         m_vecPending.push_back(
             Pending{DrawCommand{source.atlas, source.clip, indexOffset, source.indexCount}, false});
     }
+    if (item.commands.empty() || item.capacity <= item.used)
+        return;
+    const DrawCommand& last = item.commands.back();
+    if (last.indexOffset + last.indexCount == item.used * 6)
+        m_vecPending.back().command.indexCount += (item.capacity - item.used) * 6;
 }
 
 // The commands drawn outside items so far join the frame's, in their order.

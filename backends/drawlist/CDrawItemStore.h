@@ -115,6 +115,7 @@ private:
     void Diverge(Item& item);
     void Commit(Item& item);
     void Relocate(Item& item, uint32_t quads);
+    void ClearRoom(const Item& item, uint32_t used);
     void Emit(const Item& item);
     void FlushOutside();
     void ReleaseUndrawn();

@@ -127,13 +127,24 @@ protected:
         EXPECT_EQ(0, differing) << what;
     }
 
+    // The indices of the quads the commands draw that are not degenerate (the room of a slot
+    // that a command runs over has all four corners at the origin).
     static uint32_t DrawnIndices(const CDrawListDevice& device)
     {
+        const DrawList& list = device.GetDrawList();
         uint32_t indices = 0;
-        for (const QzPlatform::DrawCommand& command : device.GetDrawList().commands)
+        for (const QzPlatform::DrawCommand& command : list.commands)
         {
             EXPECT_GT(command.indexCount, 0u);
-            indices += command.indexCount;
+            for (uint32_t quad = command.indexOffset / 6;
+                 quad < (command.indexOffset + command.indexCount) / 6; ++quad)
+            {
+                const QzPlatform::DrawVertex* corner = &list.vertices[size_t(quad) * 4];
+                const bool degenerate =
+                    std::all_of(corner, corner + 4,
+                                [](const auto& vertex) { return vertex.x == 0 && vertex.y == 0; });
+                indices += degenerate ? 0 : 6;
+            }
         }
         return indices;
     }

@@ -279,7 +279,7 @@ int CQzList::DeleteString(int nIndex)
 // Rows, tips, the view and the marked row with its decorations start over.
 void CQzList::ResetContent()
 {
-    m_vecItemTip.clear();
+    m_mapItemTip.clear();
     m_vecItem.clear();
     m_nSelIndex = -1;
     m_nTopIndex = 0;
@@ -386,9 +386,7 @@ BOOL CQzList::SetItemTip(int nIndex, const char* pszText)
 {
     if (!pszText || nIndex < 0 || nIndex > kMaxItemTipIndex)
         return 0;
-    if (m_vecItemTip.size() <= static_cast<size_t>(nIndex))
-        m_vecItemTip.resize(static_cast<size_t>(nIndex) + 1);
-    m_vecItemTip[nIndex] = pszText;
+    m_mapItemTip[nIndex] = pszText;
     return 1;
 }
 
@@ -909,11 +907,12 @@ void CQzList::DrawItemTip()
         return;
     BOOL bMiss = 1;
     const int nIndex = HitTest(pt, &bMiss);
-    if (bMiss || static_cast<size_t>(nIndex) >= m_vecItemTip.size() || m_vecItemTip[nIndex].empty())
+    const auto tip = m_mapItemTip.find(nIndex);
+    if (bMiss || tip == m_mapItemTip.end() || tip->second.empty())
         return;
     std::vector<std::string> lines;
     int nLongest = 0;
-    m_pQzGuiMgr->SplitText(m_vecItemTip[nIndex].c_str(), lines, nLongest);
+    m_pQzGuiMgr->SplitText(tip->second.c_str(), lines, nLongest);
     if (lines.empty())
         return;
     IDataAni* pAni = TableDataSetQuery()->GetAni(QzPlatform::kControlAniFile, kTipSection, 0,

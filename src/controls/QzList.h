@@ -12,6 +12,7 @@
 #include "controls/QzCtrl.h"
 
 #include <cstdint>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -252,7 +253,7 @@ private:
     std::string m_strMarkFrontAni;
     POINT m_ptMarkFrontOffset = {0, 0};
     int m_nMarkIndex = -1;
-    std::vector<std::string> m_vecItemTip;
+    std::map<int, std::string> m_mapItemTip; // by row, set ahead of the rows as often as not
     std::vector<QzListItem> m_vecItem;
     DWORD m_nTopIndex = 0;
     // The selected row, kept by every row change: the only row whose flag is set, or -1.

@@ -33,13 +33,26 @@ wine=(env LC_ALL=zh_CN.GBK "$(command -v wine64 || command -v wine)")
 # its output away from CTest's pipes; --end-session ends it and the session.
 case ${1:-} in
   --keep-session)
-    setsid bash -c "sleep 3600 | ${wine[*]} cmd" >/dev/null 2>&1 </dev/null &
+    # The interpreter's first command marks the session as up. A program started before that
+    # would start the session's system processes itself, with CTest's output pipe, which CTest
+    # would then wait on for as long as the session lasts.
+    ready=$prefix/session.ready
+    rm -f "$ready"
+    marker="Z:$(printf '%s' "$ready" | tr / '\\')"
+    printf 'type nul > "%s"\r\n' "$marker" >"$prefix/session.cmd"
+    setsid bash -c "{ cat '$prefix/session.cmd'; sleep 3600; } | ${wine[*]} cmd" \
+      >/dev/null 2>&1 </dev/null &
     echo $! >"$prefix/session.pid"
-    exit 0 ;;
+    for _ in $(seq 600); do
+      [ -f "$ready" ] && exit 0
+      sleep 0.1
+    done
+    echo "wine-run.sh: the Wine session did not start" >&2
+    exit 1 ;;
   --end-session)
     if [ -f "$prefix/session.pid" ]; then
       kill -- -"$(cat "$prefix/session.pid")" 2>/dev/null || true
-      rm -f "$prefix/session.pid"
+      rm -f "$prefix/session.pid" "$prefix/session.ready" "$prefix/session.cmd"
     fi
     wineserver -k 2>/dev/null || true
     exit 0 ;;

@@ -33,7 +33,8 @@ CGuiEffectInfo::~CGuiEffectInfo() = default;
 
 CGuiEffectInfo& CGuiEffectInfo::Instance()
 {
-    static CGuiEffectInfo table;
+    // Never destroyed: a host may release its windows from an exit handler.
+    static CGuiEffectInfo& table = *new CGuiEffectInfo;
     return table;
 }
 

@@ -116,7 +116,8 @@ SizeI CNullRenderDevice::MeasureOnCell(const std::string& utf8, const FontSpec& 
 
 CNullRenderDevice& GetNullRenderDevice()
 {
-    static CNullRenderDevice device;
+    // Never destroyed: a host may release its windows from an exit handler.
+    static CNullRenderDevice& device = *new CNullRenderDevice;
     return device;
 }
 

@@ -86,7 +86,8 @@ size_t HashNames(const char* file, const char* section)
 
 CTableDataSet& CTableDataSet::Instance()
 {
-    static CTableDataSet dataSet;
+    // Never destroyed: a host may release its windows from an exit handler.
+    static CTableDataSet& dataSet = *new CTableDataSet;
     return dataSet;
 }
 

@@ -18,7 +18,8 @@ void CQzAniStore::Reload()
 
 CQzAniStore* GetAniStore()
 {
-    static CQzAniStore store;
+    // Never destroyed: a host may release its windows from an exit handler.
+    static CQzAniStore& store = *new CQzAniStore;
     return &store;
 }
 

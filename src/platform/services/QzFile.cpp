@@ -143,7 +143,8 @@ void* CQzFileService::Find(QzFileHandle file) const
 
 CQzFileService& GetFileService()
 {
-    static CQzFileService service;
+    // Never destroyed: a host may release its windows from an exit handler.
+    static CQzFileService& service = *new CQzFileService;
     return service;
 }
 

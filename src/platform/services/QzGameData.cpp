@@ -40,7 +40,8 @@ void CQzGameData::Reset()
 
 CQzGameData& GetGameData()
 {
-    static CQzGameData data;
+    // Never destroyed: a host may release its windows from an exit handler.
+    static CQzGameData& data = *new CQzGameData;
     return data;
 }
 

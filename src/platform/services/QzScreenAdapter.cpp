@@ -81,7 +81,8 @@ LONG CQzScreenAdapter::Convert(LONG value, int direction, int windowExtent, int 
 
 CQzScreenAdapter& GetScreenAdapter()
 {
-    static CQzScreenAdapter adapter;
+    // Never destroyed: a host may release its windows from an exit handler.
+    static CQzScreenAdapter& adapter = *new CQzScreenAdapter;
     return adapter;
 }
 

@@ -30,7 +30,8 @@ struct StringTable
 
 StringTable& Table()
 {
-    static StringTable table;
+    // Never destroyed: a host may release its windows from an exit handler.
+    static StringTable& table = *new StringTable;
     return table;
 }
 

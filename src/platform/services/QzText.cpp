@@ -26,7 +26,8 @@ struct DisplayTransforms
 
 DisplayTransforms& Transforms()
 {
-    static DisplayTransforms transforms;
+    // Never destroyed: a host may release its windows from an exit handler.
+    static DisplayTransforms& transforms = *new DisplayTransforms;
     return transforms;
 }
 

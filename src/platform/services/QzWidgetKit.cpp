@@ -107,7 +107,8 @@ int CQzWidgetKit::MeasureTextWidth(const char* text, int length, const char* fac
 
 CQzWidgetKit& GetWidgetKit()
 {
-    static CQzWidgetKit kit;
+    // Never destroyed: a host may release its windows from an exit handler.
+    static CQzWidgetKit& kit = *new CQzWidgetKit;
     return kit;
 }
 

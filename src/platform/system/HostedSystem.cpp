@@ -13,7 +13,8 @@ CHostedSystem::CHostedSystem()
 
 CHostedSystem& CHostedSystem::Instance()
 {
-    static CHostedSystem s_system;
+    // Never destroyed: a host may release its windows from an exit handler.
+    static CHostedSystem& s_system = *new CHostedSystem;
     return s_system;
 }
 

@@ -50,7 +50,8 @@ template <class C> HANDLE TextBlock(const std::basic_string<C>& text)
 
 CQzClipboard& CQzClipboard::Instance()
 {
-    static CQzClipboard clipboard;
+    // Never destroyed: a host may release its windows from an exit handler.
+    static CQzClipboard& clipboard = *new CQzClipboard;
     return clipboard;
 }
 

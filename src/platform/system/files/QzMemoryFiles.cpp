@@ -42,7 +42,8 @@ bool IsPlainRelative(const std::string& path)
 
 CQzMemoryFiles& CQzMemoryFiles::Instance()
 {
-    static CQzMemoryFiles files;
+    // Never destroyed: a host may release its windows from an exit handler.
+    static CQzMemoryFiles& files = *new CQzMemoryFiles;
     return files;
 }
 

@@ -52,7 +52,8 @@ namespace QzPlatform
 
 CQzGdiTable& CQzGdiTable::Instance()
 {
-    static CQzGdiTable table;
+    // Never destroyed: a host may release its windows from an exit handler.
+    static CQzGdiTable& table = *new CQzGdiTable;
     return table;
 }
 

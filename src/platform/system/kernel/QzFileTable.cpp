@@ -49,7 +49,8 @@ int OpenFlags(DWORD access, DWORD disposition)
 
 CQzFileTable& CQzFileTable::Instance()
 {
-    static CQzFileTable table;
+    // Never destroyed: a host may release its windows from an exit handler.
+    static CQzFileTable& table = *new CQzFileTable;
     return table;
 }
 

@@ -20,7 +20,8 @@ const size_t kMaxMoveableBlocks = 65536;
 
 CQzGlobalHeap& CQzGlobalHeap::Instance()
 {
-    static CQzGlobalHeap heap;
+    // Never destroyed: a host may release its windows from an exit handler.
+    static CQzGlobalHeap& heap = *new CQzGlobalHeap;
     return heap;
 }
 

@@ -47,7 +47,8 @@ std::string AbsolutePath(const std::string& path)
 
 CQzModuleTable& CQzModuleTable::Instance()
 {
-    static CQzModuleTable table;
+    // Never destroyed: a host may release its windows from an exit handler.
+    static CQzModuleTable& table = *new CQzModuleTable;
     return table;
 }
 

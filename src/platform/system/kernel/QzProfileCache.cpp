@@ -64,7 +64,8 @@ CQzProfileCache::Signature CQzProfileCache::SignatureOf(const CQzMemoryFiles::Fi
 
 CQzProfileCache& CQzProfileCache::Instance()
 {
-    static CQzProfileCache cache;
+    // Never destroyed: a host may release its windows from an exit handler.
+    static CQzProfileCache& cache = *new CQzProfileCache;
     return cache;
 }
 

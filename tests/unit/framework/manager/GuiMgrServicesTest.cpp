@@ -8,6 +8,8 @@
 #include "platform/system/kernel/QzKernelHost.h"
 #include "textinput/QzEditSingle.h"
 
+#include <cstdlib>
+
 namespace QzGuiManagerTest
 {
 
@@ -247,6 +249,37 @@ TEST(GuiMgrLifetime, NullManagersAreReportedByTheHelper)
     // A manager that never registered leaves the helper alone when released.
     (new CQzGuiMgr)->Release();
     EXPECT_EQ(pHelper, QzGui::CQzGuiHelper::Instance());
+}
+
+// A host that keeps its manager to the end of the process and releases it from an exit handler:
+// the system's tables (windows, fonts, files) that the release touches are made after the
+// handler was registered, so they must outlive every exit handler. Run in a fresh process so
+// that nothing was made before the handler.
+void ReleaseTheManagerFromAnExitHandler()
+{
+    static QzTest::Harness* s_pHarness = nullptr;
+    static QzGui::IQzGuiMgr* s_pMgr = nullptr;
+    static HFONT s_hFont = nullptr;
+    std::atexit(
+        []
+        {
+            DeleteObject(s_hFont);
+            s_pMgr->Release();
+            delete s_pHarness;
+        });
+    s_pHarness = new QzTest::Harness;
+    s_pMgr = QzGui::CreateGuiMgr();
+    s_pMgr->Init(GetModuleHandleA(nullptr), s_pHarness->MainWindow(), 100, "Test.ini");
+    s_pMgr->Show();
+    s_hFont = CreateFontA(12, 0, 0, 0, FW_NORMAL, FALSE, FALSE, FALSE, DEFAULT_CHARSET, 0, 0, 0, 0,
+                          "SimSun");
+    std::exit(0);
+}
+
+TEST(GuiMgrLifetime, AManagerCanBeReleasedFromAnExitHandler)
+{
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    EXPECT_EXIT(ReleaseTheManagerFromAnExitHandler(), ::testing::ExitedWithCode(0), "");
 }
 
 } // namespace

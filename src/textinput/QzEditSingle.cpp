@@ -359,8 +359,12 @@ bool CQzEditSingle::IsAtLimit()
     const unsigned nLimit = GetLimitText();
     if (nLimit == 0)
         return false;
-    wchar_t szText[kLimitTextChars] = {};
-    GetWindowTextW(szText, kLimitTextChars);
+    // A character takes a byte or more, so a text of nLimit characters is at the limit: no more
+    // than that is read.
+    wchar_t szText[kLimitTextChars];
+    szText[0] = 0;
+    GetWindowTextW(szText,
+                   nLimit < kLimitTextChars ? static_cast<int>(nLimit) + 1 : kLimitTextChars);
     return QzPlatform::WideTextToUtf8(szText).size() >= nLimit;
 }
 

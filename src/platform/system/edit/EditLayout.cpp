@@ -35,9 +35,14 @@ bool IsSpace(wchar_t ch)
 
 bool CEditLayout::IsWide(wchar_t ch)
 {
-    return std::any_of(std::begin(kWideRanges), std::end(kWideRanges),
-                       [ch](const CodeRange& range)
-                       { return ch >= range.first && ch <= range.last; });
+    // Most text lies below the first block; the blocks are in order, so the one that may hold
+    // the character is the last that starts at or before it.
+    if (ch < kWideRanges[0].first)
+        return false;
+    const CodeRange* pAfter =
+        std::upper_bound(std::begin(kWideRanges), std::end(kWideRanges), ch,
+                         [](wchar_t c, const CodeRange& range) { return c < range.first; });
+    return ch <= pAfter[-1].last;
 }
 
 // The x after the character that starts at x.

@@ -2,6 +2,8 @@
 // word wrap, EM_POSFROMCHAR and EM_CHARFROMPOS on the font cell, and scrolling.
 #include "EditTestSupport.h"
 
+#include "platform/system/edit/EditLayout.h"
+
 #include <cstring>
 
 using namespace QzTest;
@@ -114,6 +116,26 @@ TEST_F(EditTest, PosFromCharAndCharFromPosWorkOnTheFontCell)
     Send(hwnd, WM_SETFONT, reinterpret_cast<WPARAM>(font), TRUE);
     EXPECT_EQ(Send(hwnd, WM_GETFONT), reinterpret_cast<LRESULT>(font));
     EXPECT_EQ(Send(hwnd, EM_POSFROMCHAR, 7), MAKELONG(7, 14));
+}
+
+TEST(EditLayoutCells, TwoCellsExactlyInsideTheEastAsianBlocks)
+{
+    // Each block's edges and the characters just outside them.
+    const struct
+    {
+        wchar_t ch;
+        bool wide;
+    } cases[] = {
+        {L'A', false},    {0x10FF, false}, {0x1100, true},   {0x115F, true},  {0x1160, false},
+        {0x2328, false},  {0x2329, true},  {0x232A, true},   {0x232B, false}, {0x2E7F, false},
+        {0x303E, true},   {0x303F, false}, {0x3040, true},   {0xA4CF, true},  {0xA4D0, false},
+        {0xABFF, false},  {0xAC00, true},  {0xD7A3, true},   {0xD7A4, false}, {0xF900, true},
+        {0xFAFF, true},   {0xFE0F, false}, {0xFE19, true},   {0xFE1A, false}, {0xFE30, true},
+        {0xFE6F, true},   {0xFE70, false}, {0xFF60, true},   {0xFF61, false}, {0xFFE0, true},
+        {0xFFE6, true},   {0xFFE7, false}, {0x1FFFF, false}, {0x20000, true}, {0x2FFFD, true},
+        {0x2FFFE, false}, {0x3FFFD, true}, {0x3FFFE, false}};
+    for (const auto& c : cases)
+        EXPECT_EQ(QzPlatform::CEditLayout::IsWide(c.ch), c.wide) << std::hex << unsigned(c.ch);
 }
 
 TEST_F(EditTest, ScrollingStopsAtTheLastLineAndNotifiesBetweenUpdateAndChange)

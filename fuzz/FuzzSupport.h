@@ -293,8 +293,9 @@ public:
     }
     // Takes the input's dialogs and windows away and puts the manager back as BeginInput found
     // it; the layout file is written again and read when debug mode was on (its tools change
-    // records and may save them) or the file changed.
-    void EndInput()
+    // records and may save them) or the file changed. A target whose next input writes and loads
+    // a layout file of its own passes false: the layout is left as the input made it.
+    void EndInput(bool bRestoreLayout = true)
     {
         RemoveAll();
         m_pMgr->ReleaseCapture();
@@ -302,6 +303,8 @@ public:
         const bool bDebugged = m_bDebugged || m_pMgr->GetDebugMode() != 0;
         m_pMgr->SetDebugMode(0);
         m_bDebugged = false;
+        if (!bRestoreLayout)
+            return;
         std::string layout;
         QzPlatform::Host::GetMemoryFile("ini/Fuzz.ini", &layout);
         if (!bDebugged && layout == m_strLayout)

@@ -35,12 +35,12 @@ void Play(QzFuzz::CFuzzScreen& screen)
         screen.AddDialog(id, nullptr, {1, 2, 3});
     screen.AddDialog(4, screen.Dialogs()[0].get(), {1, 2, 3});
     QzGui::CQzGuiMgr* pMgr = screen.Mgr();
-    screen.Frames(3, 100);
+    screen.Frames(2, 100);
     for (const auto& pCtrl : screen.Ctrls())
     {
         const RECT rc = pCtrl->GetWindowRect();
         Mouse(pMgr, WM_MOUSEMOVE, rc, 0);
-        screen.Frames(2, 100);
+        screen.Frames(1, 100);
         Mouse(pMgr, WM_LBUTTONDOWN, rc, MK_LBUTTON);
         Mouse(pMgr, WM_MOUSEMOVE, {rc.left + 5, rc.top + 5, rc.right + 5, rc.bottom + 5},
               MK_LBUTTON);
@@ -54,12 +54,12 @@ void Play(QzFuzz::CFuzzScreen& screen)
               MK_LBUTTON);
         Mouse(pMgr, WM_LBUTTONUP, rc, 0);
         pDialog->ShowWindow(SW_HIDE);
-        screen.Frames(3, 100);
+        screen.Frames(1, 100);
         pDialog->ShowWindow(SW_SHOW);
-        screen.Frames(3, 100);
+        screen.Frames(1, 100);
     }
     screen.SetDebugMode(1);
-    screen.Frames(2, 100);
+    screen.Frames(1, 100);
     screen.SetDebugMode(0);
 }
 
@@ -85,6 +85,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     screen.BeginInput();
     screen.Mgr()->ReloadLayout();
     Play(screen);
-    screen.EndInput();
+    screen.EndInput(false);
     return 0;
 }

@@ -191,6 +191,7 @@ extern "C" int LLVMFuzzerInitialize(int*, char***)
     QzFuzz::WriteFile("ini/Fuzz.ini", kLayout);
     QzFuzz::WriteFile("ani/Control.ani", kAni);
     QzFuzz::SetupHost();
+    QzFuzz::CFuzzScreen::Shared();
     return 0;
 }
 
@@ -198,9 +199,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
     if (size < 1)
         return 0;
-    QzFuzz::CFuzzScreen screen;
+    QzFuzz::CFuzzScreen& screen = QzFuzz::CFuzzScreen::Shared();
+    screen.BeginInput();
     CQzGuiMgr* pMgr = screen.Mgr();
-    SetFocus(QzFuzz::Host().hWnd);
     CQzDialog dialog(1, nullptr);
     Boxes boxes;
     Populate(pMgr, dialog, boxes, data[0]);
@@ -243,5 +244,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
         }
     }
     pMgr->RemoveDialog(&dialog);
+    screen.EndInput();
     return 0;
 }

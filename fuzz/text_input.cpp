@@ -12,6 +12,7 @@
 #include "platform/system/text/QzCodePage.h"
 #include "textinput/QzEdit.h"
 #include "textinput/QzEditEx.h"
+#include "textinput/QzEditSingle.h"
 
 #include <cstring>
 #include <string>
@@ -181,6 +182,23 @@ void HostCall(Boxes& b, uint8_t which, int32_t value, const std::string& text)
     }
 }
 
+// The edit shell's system windows outlive the input, as the manager the inputs share does:
+// their texts and undo go and their input method is closed, as the first input found them (a
+// composition left unfinished stays with its context; the next composition replaces it).
+void ResetShell()
+{
+    for (HWND hEdit : {g_pQzEditSingle->GetSingleLineWnd(), g_pQzEditSingle->GetMultiLineWnd()})
+    {
+        if (HIMC hImc = ImmGetContext(hEdit))
+        {
+            ImmSetOpenStatus(hImc, FALSE);
+            ImmReleaseContext(hEdit, hImc);
+        }
+        SetWindowTextW(hEdit, L"");
+        SendMessageW(hEdit, EM_EMPTYUNDOBUFFER, 0, 0);
+    }
+}
+
 } // namespace
 
 extern "C" int LLVMFuzzerInitialize(int*, char***)
@@ -244,6 +262,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
         }
     }
     pMgr->RemoveDialog(&dialog);
+    ResetShell();
     screen.EndInput();
     return 0;
 }

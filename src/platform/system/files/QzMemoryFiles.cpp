@@ -1,6 +1,7 @@
 #include "platform/system/files/QzMemoryFiles.h"
 
 #include <algorithm>
+#include <cstring>
 #include <unistd.h>
 
 namespace QzPlatform
@@ -20,22 +21,24 @@ std::string RealCurrentDirectory()
     return folder;
 }
 
-// A relative name of plain parts, as the library's readers give them, is its own key.
+bool Holds(const std::string& text, const char* part)
+{
+    return memmem(text.data(), text.size(), part, std::strlen(part)) != nullptr;
+}
+
+// A relative name of plain parts, as the library's readers give them, is its own key. Searched
+// with the C library, not a loop over the characters: every profile call comes here twice, and
+// such loops are slow in instrumented builds.
 bool IsPlainRelative(const std::string& path)
 {
-    if (path.empty() || path[0] == '/' || path.back() == '/')
+    if (path.empty() || path[0] == '/' || path.back() == '/' || path == ".")
         return false;
-    char previous = '/';
-    for (size_t i = 0; i < path.size(); ++i)
-    {
-        const char c = path[i];
-        const bool startsPart = previous == '/';
-        if (c == '\\' || (c == '/' && startsPart) ||
-            (c == '.' && startsPart && (i + 1 == path.size() || path[i + 1] == '/')))
-            return false;
-        previous = c;
-    }
-    return true;
+    if (Holds(path, "\\") || Holds(path, "//") || Holds(path, "/./"))
+        return false;
+    // A "." part at the start or at the end.
+    const size_t size = path.size();
+    return !(size >= 2 && ((path[0] == '.' && path[1] == '/') ||
+                           (path[size - 2] == '/' && path[size - 1] == '.')));
 }
 
 } // namespace
@@ -52,6 +55,7 @@ void CQzMemoryFiles::TurnOn(bool bOn)
     m_bOn = bOn;
     m_mapFiles.clear();
     m_setFolders.clear();
+    m_bLastFoundValid = false;
     m_root = bOn ? RealCurrentDirectory() : std::string();
 }
 
@@ -88,12 +92,18 @@ std::string CQzMemoryFiles::Key(const std::string& path) const
 
 const CQzMemoryFiles::File* CQzMemoryFiles::Find(const std::string& path) const
 {
+    if (m_bLastFoundValid && path == m_strLastFound)
+        return m_pLastFound;
     const auto found = m_mapFiles.find(Key(path));
-    return found == m_mapFiles.end() ? nullptr : &found->second;
+    m_strLastFound = path;
+    m_pLastFound = found == m_mapFiles.end() ? nullptr : &found->second;
+    m_bLastFoundValid = true;
+    return m_pLastFound;
 }
 
 void CQzMemoryFiles::Write(const std::string& path, std::string bytes)
 {
+    m_bLastFoundValid = false;
     File& file = m_mapFiles[Key(path)];
     file.bytes = std::make_shared<const std::string>(std::move(bytes));
     file.version = ++m_nVersion;
@@ -109,6 +119,7 @@ bool CQzMemoryFiles::CanCreate(const std::string& path) const
 
 bool CQzMemoryFiles::Remove(const std::string& path)
 {
+    m_bLastFoundValid = false;
     return m_mapFiles.erase(Key(path)) > 0;
 }
 

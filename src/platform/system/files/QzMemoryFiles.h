@@ -53,6 +53,11 @@ private:
     std::unordered_map<std::string, File> m_mapFiles;
     std::set<std::string> m_setFolders; // made empty, with their parents
     uint64_t m_nVersion = 0;
+    // The last name Find was asked for and its answer: a reader asks for one file many times in
+    // a row (every profile call looks for its file twice). Forgotten when files come or go.
+    mutable std::string m_strLastFound;
+    mutable const File* m_pLastFound = nullptr;
+    mutable bool m_bLastFoundValid = false;
 };
 
 } // namespace QzPlatform

@@ -2,6 +2,7 @@
 #include "KernelFolderTest.h"
 
 #include "platform/system/QzWinKernel.h"
+#include "platform/system/host/QzHost.h"
 #include "platform/system/kernel/QzPathResolve.h"
 
 #include "SlotReuse.h"
@@ -123,6 +124,24 @@ TEST_P(PathAndModuleTest, FreedModuleStaysInvalidWhenANewModuleTakesItsSlot)
     EXPECT_EQ(0u, GetModuleFileNameA(module, path, sizeof(path)));
     EXPECT_FALSE(FreeLibrary(module));
     EXPECT_GT(GetModuleFileNameA(newModule, path, sizeof(path)), 0u);
+}
+
+TEST(MemoryFileNames, OneFileWhateverTheSlashesAndDotParts)
+{
+    QzPlatform::Host::UseMemoryFiles(true);
+    QzPlatform::Host::SetMemoryFile("ini/a.txt", "x");
+    const struct
+    {
+        const char* name;
+        bool found;
+    } cases[] = {{"ini/a.txt", true},   {"./ini/a.txt", true}, {"ini/./a.txt", true},
+                 {"ini//a.txt", true},  {"ini\\a.txt", true},  {"ini/a.txt/.", true},
+                 {".ini/a.txt", false}, {"ini/.a.txt", false}, {"ini/a.txt.", false},
+                 {"ini", false},        {".", false}};
+    std::string bytes;
+    for (const auto& c : cases)
+        EXPECT_EQ(QzPlatform::Host::GetMemoryFile(c.name, &bytes), c.found) << c.name;
+    QzPlatform::Host::UseMemoryFiles(false);
 }
 
 } // namespace

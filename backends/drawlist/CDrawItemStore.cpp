@@ -159,11 +159,27 @@ void CDrawItemStore::BeginItem(const void* key, const RectI& clip, uint64_t look
     m_nOpen = index;
     m_nCursor = 0;
     m_bDiverged = false;
+    PrefetchSlot(item);
     if (!SameRect(item.clip, clip))
     {
         item.clip = clip;
         Diverge(item);
     }
+}
+
+// An item drawn again mostly writes its slot anew once its control has drawn: the start of the
+// slot is fetched meanwhile (with many items, the list's storage is far larger than the caches).
+void CDrawItemStore::PrefetchSlot(const Item& item) const
+{
+    constexpr size_t kLine = 64;
+    constexpr size_t kMaxLines = 8;
+    if (item.used == 0)
+        return;
+    const char* pStart =
+        reinterpret_cast<const char*>(m_list.vertices.data() + size_t(item.first) * 4);
+    const size_t bytes = std::min(size_t(item.used) * 4 * sizeof(DrawVertex), kLine * kMaxLines);
+    for (size_t at = 0; at < bytes; at += kLine)
+        __builtin_prefetch(pStart + at, 1);
 }
 
 void CDrawItemStore::EndItem()

@@ -112,6 +112,7 @@ private:
     // Ends an item still open and the commands drawn outside items so far.
     void CloseRun();
     void StartRun();
+    void PrefetchSlot(const Item& item) const;
     void Diverge(Item& item);
     void Commit(Item& item);
     void Relocate(Item& item, uint32_t quads);

@@ -196,8 +196,14 @@ void CTableDataSet::PurgeNow(DWORD now)
     m_dwLastPurge = now;
     for (auto it = m_mapSections.begin(); it != m_mapSections.end();)
     {
-        const CachedAni& cached = it->second;
-        if (static_cast<DWORD>(now - cached.dwLastUse) <= cached.dwKeepAlive)
+        CachedAni& cached = it->second;
+        const DWORD idle = now - cached.dwLastUse;
+        // Used "later" than now: the clock was set back (a host that keeps its own clock). The
+        // section is idle from now on rather than all sections dropped at once. Past the clock's
+        // wrap the difference is right as long as it is under 24 days.
+        if (static_cast<int32_t>(idle) < 0)
+            cached.dwLastUse = now;
+        if (static_cast<int32_t>(idle) < 0 || idle <= cached.dwKeepAlive)
         {
             ++it;
             continue;

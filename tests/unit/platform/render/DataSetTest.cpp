@@ -209,7 +209,10 @@ TEST_F(DataSetTest, PurgesDropOnlySectionsIdlePastTheirKeepAliveAtMostOnceASecon
         {"being returned", "0 Button/0; 2000 Button/0 +Button; 4000 Mask/0 +Mask -Button"},
         {"once a second", "0 Button/100; 500 Mask +Button; 1000 Mask -Button"},
         // The clock wraps at 4294967296: 5000 and 31000 ms after the first step.
-        {"clock wrap", "4294963200 Button; 904 Mask +Button; 26904 Mask -Button"}};
+        {"clock wrap", "4294963200 Button; 904 Mask +Button; 26904 Mask -Button"},
+        // A clock set back: the sections are idle from the step on.
+        {"clock set back", "100000 Button; 50000 Mask +Button; 79999 Mask +Button;"
+                           "81000 Mask -Button +Mask"}};
     // Each scenario by name, and through refs kept by the caller (touching as much).
     for (const auto& [pszScenario, pszSteps] : scenarios)
         for (const bool bByRef : {false, true})

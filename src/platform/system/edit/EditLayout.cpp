@@ -64,6 +64,7 @@ void CEditLayout::Build(const std::wstring& text, const EditCell& cell, bool mul
     if (!multiLine)
     {
         m_vecLines.push_back({0, text.size(), 0});
+        MeasureLines();
         return;
     }
     size_t start = 0;
@@ -83,6 +84,7 @@ void CEditLayout::Build(const std::wstring& text, const EditCell& cell, bool mul
         if (found == std::wstring::npos)
         {
             m_vecLines.push_back({lineStart, hardEnd - lineStart, 0});
+            MeasureLines();
             return;
         }
         m_vecLines.push_back({lineStart, hardEnd - lineStart, 2});
@@ -128,58 +130,68 @@ size_t CEditLayout::LineOfChar(size_t index) const
     return after == m_vecLines.begin() ? 0 : static_cast<size_t>(after - m_vecLines.begin() - 1);
 }
 
-int CEditLayout::XOfChar(size_t index) const
+// Lines in order: a line's first boundary overwrites the end of a wrapped line before it.
+void CEditLayout::MeasureLines()
 {
-    const EditLine& line = Line(LineOfChar(index));
-    const size_t end = std::min(index, line.start + line.length);
-    int x = 0;
-    for (size_t i = line.start; i < end; ++i)
-        x = Advance(m_strText[i], x);
-    return x;
+    m_vecX.assign(m_strText.size() + 1, 0);
+    m_vecLineWidths.clear();
+    for (const EditLine& line : m_vecLines)
+    {
+        int x = 0;
+        for (size_t i = line.start; i < line.start + line.length; ++i)
+        {
+            m_vecX[i] = x;
+            x = Advance(m_strText[i], x);
+        }
+        m_vecX[line.start + line.length] = x;
+        m_vecLineWidths.push_back(x);
+    }
 }
 
+int CEditLayout::XOfChar(size_t index) const
+{
+    const size_t line = LineOfChar(index);
+    const EditLine& info = Line(line);
+    return index < info.start + info.length ? m_vecX[std::max(index, info.start)] : LineWidth(line);
+}
+
+// The first boundary whose character's middle lies past x.
 size_t CEditLayout::CharAtX(size_t line, int x) const
 {
     const EditLine& info = Line(line);
-    int left = 0;
-    for (size_t i = info.start; i < info.start + info.length; ++i)
+    const size_t end = info.start + info.length;
+    const int width = LineWidth(line);
+    size_t low = info.start;
+    size_t high = end;
+    while (low < high)
     {
-        const int right = Advance(m_strText[i], left);
-        if (x < (left + right + 1) / 2)
-            return i;
-        left = right;
+        const size_t i = low + (high - low) / 2;
+        const int right = i + 1 < end ? m_vecX[i + 1] : width;
+        if (x < (m_vecX[i] + right + 1) / 2)
+            high = i;
+        else
+            low = i + 1;
     }
-    return info.start + info.length;
+    return low;
 }
 
 size_t CEditLayout::FirstCharFrom(size_t line, int x) const
 {
     const EditLine& info = Line(line);
-    int left = 0;
-    for (size_t i = info.start; i < info.start + info.length; ++i)
-    {
-        if (left >= x)
-            return i;
-        left = Advance(m_strText[i], left);
-    }
-    return info.start + info.length;
-}
-
-int CEditLayout::LineWidth(size_t line) const
-{
-    const EditLine& info = Line(line);
-    int x = 0;
-    for (size_t i = info.start; i < info.start + info.length; ++i)
-        x = Advance(m_strText[i], x);
-    return x;
+    const auto first = m_vecX.begin() + static_cast<std::ptrdiff_t>(info.start);
+    return static_cast<size_t>(
+        std::lower_bound(first, first + static_cast<std::ptrdiff_t>(info.length), x) -
+        m_vecX.begin());
 }
 
 int CEditLayout::MaxLineWidth() const
 {
-    int widest = 0;
-    for (size_t i = 0; i < m_vecLines.size(); ++i)
-        widest = std::max(widest, LineWidth(i));
-    return widest;
+    return *std::max_element(m_vecLineWidths.begin(), m_vecLineWidths.end());
+}
+
+int CEditLayout::LineWidth(size_t line) const
+{
+    return m_vecLineWidths[std::min(line, m_vecLineWidths.size() - 1)];
 }
 
 } // namespace QzPlatform

@@ -53,10 +53,17 @@ private:
     int Advance(wchar_t ch, int x) const;
     size_t WrapEnd(size_t start, size_t end) const;
 
+    void MeasureLines();
+
     std::wstring m_strText;
     EditCell m_cell;
     int m_nWrapWidth = 0;
     std::vector<EditLine> m_vecLines;
+    // Where each character starts, from the start of its line (a wrapped boundary counts on the
+    // next line), and each line's width: every question about positions is a look-up or a
+    // binary search, not a walk along the line (a single line may hold a long text).
+    std::vector<int> m_vecX;
+    std::vector<int> m_vecLineWidths;
 };
 
 } // namespace QzPlatform

@@ -5,6 +5,10 @@
 #include "platform/system/edit/EditLayout.h"
 
 #include <cstring>
+#include <iterator>
+#include <random>
+#include <string>
+#include <vector>
 
 using namespace QzTest;
 
@@ -136,6 +140,54 @@ TEST(EditLayoutCells, TwoCellsExactlyInsideTheEastAsianBlocks)
         {0x2FFFE, false}, {0x3FFFD, true}, {0x3FFFE, false}};
     for (const auto& c : cases)
         EXPECT_EQ(QzPlatform::CEditLayout::IsWide(c.ch), c.wide) << std::hex << unsigned(c.ch);
+}
+
+// Positions read off the layout agree with walking each line cell by cell, for texts of narrow,
+// wide, tab and space characters and line breaks, wrapped at many widths or not at all.
+TEST(EditLayoutCells, PositionsAgreeWithAWalkAlongTheLine)
+{
+    const wchar_t kAlphabet[] = {L'a', L'b', L' ', L'\t', 0x4E2D, 0xFF21, L'\r', L'\n'};
+    const QzPlatform::EditCell cell = {6, 12};
+    std::mt19937 random(7);
+    for (int round = 0; round < 300; ++round)
+    {
+        std::wstring text;
+        for (int n = static_cast<int>(random() % 40); n > 0; --n)
+            text += kAlphabet[random() % std::size(kAlphabet)];
+        const bool multiLine = round % 3 != 0;
+        const int wrap = static_cast<int>(random() % 4) * 25;
+        QzPlatform::CEditLayout layout;
+        layout.Build(text, cell, multiLine, wrap);
+        SCOPED_TRACE(::testing::Message() << "round " << round << " wrap " << wrap);
+        for (size_t line = 0; line < layout.LineCount(); ++line)
+        {
+            const QzPlatform::EditLine& info = layout.Line(line);
+            std::vector<int> lefts; // where each character of the line starts, then its end
+            int x = 0;
+            for (size_t i = info.start; i < info.start + info.length; ++i)
+            {
+                lefts.push_back(x);
+                x = text[i] == L'\t' ? (x / 48 + 1) * 48
+                                     : x + (QzPlatform::CEditLayout::IsWide(text[i]) ? 12 : 6);
+            }
+            lefts.push_back(x);
+            EXPECT_EQ(layout.LineWidth(line), x);
+            for (size_t k = 0; k < info.length; ++k)
+                EXPECT_EQ(layout.XOfChar(info.start + k), lefts[k]) << "char " << info.start + k;
+            for (int probe = -3; probe <= x + 9; probe += 2)
+            {
+                size_t first = 0;
+                while (first < info.length && lefts[first] < probe)
+                    ++first;
+                size_t nearest = 0;
+                while (nearest < info.length &&
+                       probe >= (lefts[nearest] + lefts[nearest + 1] + 1) / 2)
+                    ++nearest;
+                EXPECT_EQ(layout.FirstCharFrom(line, probe), info.start + first) << "x " << probe;
+                EXPECT_EQ(layout.CharAtX(line, probe), info.start + nearest) << "x " << probe;
+            }
+        }
+    }
 }
 
 TEST_F(EditTest, ScrollingStopsAtTheLastLineAndNotifiesBetweenUpdateAndChange)

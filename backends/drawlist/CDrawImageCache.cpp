@@ -175,8 +175,8 @@ void CDrawImageCache::ReleaseShared()
 
 SizeI CDrawImageCache::GetSize(TextureId texture) const
 {
-    const TextureId index = texture - m_nFirstId;
-    if (texture < m_nFirstId || index >= m_vecImages.size() || m_vecImages[index].lost)
+    const size_t index = IndexOf(texture);
+    if (index == kUnknown || m_vecImages[index].lost)
         return SizeI{};
     return SizeI{m_vecImages[index].width, m_vecImages[index].height};
 }

@@ -9,6 +9,8 @@
 #include "CDrawAtlasAllocator.h"
 #include "platform/render/IRenderDevice.h"
 
+#include <cstddef>
+#include <cstdint>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -47,8 +49,8 @@ public:
     // image whose file could not be read again.
     const DrawImage* Find(TextureId texture)
     {
-        const TextureId index = texture - m_nFirstId;
-        if (texture < m_nFirstId || index >= m_vecImages.size())
+        const size_t index = IndexOf(texture);
+        if (index == kUnknown)
             return nullptr;
         DrawImage& image = m_vecImages[index];
         return image.page != nullptr || Restore(image, m_vecPaths[index]) ? &image : nullptr;
@@ -64,6 +66,13 @@ public:
 
 private:
     TextureId Decode(const std::string& path);
+    static constexpr size_t kUnknown = SIZE_MAX;
+    // The place of the id's image in m_vecImages; kUnknown for an unknown id.
+    size_t IndexOf(TextureId texture) const
+    {
+        const TextureId index = texture - m_nFirstId;
+        return texture >= m_nFirstId && index < m_vecImages.size() ? index : kUnknown;
+    }
     // Reads the file and puts the image on a page: the text's first page when it has room.
     bool Lay(const std::string& path, DrawImage& image);
     bool Restore(DrawImage& image, const std::string& path);

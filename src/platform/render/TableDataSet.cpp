@@ -201,9 +201,10 @@ void CTableDataSet::PurgeNow(DWORD now)
         // Used "later" than now: the clock was set back (a host that keeps its own clock). The
         // section is idle from now on rather than all sections dropped at once. Past the clock's
         // wrap the difference is right as long as it is under 24 days.
-        if (static_cast<int32_t>(idle) < 0)
+        const bool bSetBack = static_cast<int32_t>(idle) < 0;
+        if (bSetBack)
             cached.dwLastUse = now;
-        if (static_cast<int32_t>(idle) < 0 || idle <= cached.dwKeepAlive)
+        if (bSetBack || idle <= cached.dwKeepAlive)
         {
             ++it;
             continue;

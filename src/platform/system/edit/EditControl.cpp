@@ -161,7 +161,7 @@ bool CEditControl::Fits(const std::wstring& text)
 {
     std::wstring whole = m_text.Text();
     whole.replace(m_text.SelStart(), m_text.SelEnd() - m_text.SelStart(), text);
-    CEditLayout trial;
+    CEditLayout trial = Layout(); // laid out again only from the change
     trial.Build(DisplayText(whole), m_cell, m_bMultiLine, WrapWidth());
     if (m_bMultiLine)
         return trial.LineCount() <= VisibleLines();

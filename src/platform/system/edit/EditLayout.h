@@ -4,6 +4,10 @@
 // before a word that would pass the wrap width (spaces hang past it; a word longer than the
 // width is cut where it passes; wide characters may break anywhere). A single-line window has
 // one line holding the whole text. Positions are in pixels from the start of a line.
+// A layout built again with the same cell and mode lays out only what the change can move: the
+// lines from the change (two lines before it when wrapping) until a line starts where one
+// started before in the unchanged end of the text, and on a line that does not wrap, the
+// characters after the change move by the same distance up to the next tab.
 #pragma once
 
 #include <cstddef>
@@ -50,13 +54,23 @@ public:
     static bool IsWide(wchar_t ch);
 
 private:
+    struct Before; // the layout before a change, and where the change lies
+
     int Advance(wchar_t ch, int x) const;
     size_t WrapEnd(size_t start, size_t end) const;
+    bool Wraps() const { return m_bMultiLine && m_nWrapWidth > 0; }
 
-    void MeasureLines();
+    void Update(const std::wstring& text);
+    void LayFrom(size_t start, const Before* pBefore);
+    void AddLine(size_t start, size_t length, size_t breakLength, const Before* pBefore);
+    void SkipKept(size_t start, size_t end, const Before& before, size_t& i, int& x);
+    bool Resync(size_t start, const Before& before);
+    bool ShiftTail(size_t end, const Before& before, size_t& i, int& x);
 
     std::wstring m_strText;
     EditCell m_cell;
+    bool m_bBuilt = false;
+    bool m_bMultiLine = false;
     int m_nWrapWidth = 0;
     std::vector<EditLine> m_vecLines;
     // Where each character starts, from the start of its line (a wrapped boundary counts on the

@@ -190,6 +190,51 @@ TEST(EditLayoutCells, PositionsAgreeWithAWalkAlongTheLine)
     }
 }
 
+// A layout built again after each edit (insertions, deletions, replacements anywhere, line
+// breaks made and split) is the layout built at once from the edited text.
+TEST(EditLayoutCells, EditedLayoutIsTheOneBuiltAtOnce)
+{
+    const wchar_t kAlphabet[] = {L'a', L'b', L'a', L' ', L'\t', 0x4E2D, L'\r', L'\n'};
+    const QzPlatform::EditCell cell = {6, 12};
+    std::mt19937 random(11);
+    auto snippet = [&](size_t most)
+    {
+        std::wstring text;
+        for (size_t n = random() % (most + 1); n > 0; --n)
+            text += kAlphabet[random() % std::size(kAlphabet)];
+        return text;
+    };
+    for (int round = 0; round < 200; ++round)
+    {
+        const bool multiLine = round % 3 != 0;
+        const int wrap = static_cast<int>(random() % 4) * 25;
+        std::wstring text = snippet(120);
+        QzPlatform::CEditLayout edited;
+        edited.Build(text, cell, multiLine, wrap);
+        for (int edit = 0; edit < 20; ++edit)
+        {
+            const size_t at = random() % (text.size() + 1);
+            const size_t cut = std::min<size_t>(random() % 4 == 0 ? random() % 30 : random() % 3,
+                                                text.size() - at);
+            text.replace(at, cut, snippet(random() % 3 == 0 ? 12 : 2));
+            edited.Build(text, cell, multiLine, wrap);
+            QzPlatform::CEditLayout fresh;
+            fresh.Build(text, cell, multiLine, wrap);
+            SCOPED_TRACE(::testing::Message() << "round " << round << " edit " << edit);
+            ASSERT_EQ(edited.LineCount(), fresh.LineCount());
+            for (size_t line = 0; line < fresh.LineCount(); ++line)
+            {
+                EXPECT_EQ(edited.Line(line).start, fresh.Line(line).start);
+                EXPECT_EQ(edited.Line(line).length, fresh.Line(line).length);
+                EXPECT_EQ(edited.Line(line).breakLength, fresh.Line(line).breakLength);
+                EXPECT_EQ(edited.LineWidth(line), fresh.LineWidth(line));
+            }
+            for (size_t i = 0; i <= text.size(); ++i)
+                ASSERT_EQ(edited.XOfChar(i), fresh.XOfChar(i)) << "char " << i;
+        }
+    }
+}
+
 TEST_F(EditTest, ScrollingStopsAtTheLastLineAndNotifiesBetweenUpdateAndChange)
 {
     const HWND hwnd = CreateEdit(ES_MULTILINE | ES_AUTOVSCROLL | ES_AUTOHSCROLL, 100, 24,

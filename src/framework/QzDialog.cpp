@@ -1,15 +1,19 @@
 #include "framework/QzDialog.h"
 
 #include "controls/QzCtrl.h"
+#include "controls/QzLookHash.h"
+#include "framework/QzBackDrawer.h"
 #include "framework/QzGuiMgr.h"
 #include "layout/IQzGuiWndInfo.h"
 #include "layout/QzExtraValue.h"
 #include "platform/render/IRenderDevice.h"
+#include "platform/render/TableDataSet.h"
 #include "platform/services/QzAssert.h"
 #include "platform/services/QzText.h"
 
 #include <algorithm>
 #include <climits>
+#include <typeinfo>
 
 namespace QzGui
 {
@@ -793,14 +797,38 @@ void CQzDialog::Draw()
     CheckMouseLeave();
     ProcessTimers();
     QzPlatform::IRenderDevice& device = QzPlatform::GetRenderDevice();
-    device.BeginItem(this);
-    DrawBack();
-    DrawBackEffect();
-    device.EndItem();
+    const uint64_t look = BackLook();
+    if (!device.RepeatItem(this, look))
+    {
+        device.BeginItem(this, look);
+        DrawBack();
+        DrawBackEffect();
+        device.EndItem();
+    }
     Show();
     DrawFrontEffect();
     UpdateEffects();
     OnAfterDraw();
+}
+
+// An effect, a group's pieces and a bitmap draw more than the section's frame; debug mode
+// outlines the window under the mouse. The data set's epoch follows the section.
+uint64_t CQzDialog::BackLook() const
+{
+    if (typeid(*this) != typeid(CQzDialog) || m_pBackEffect || m_pBackBitmap ||
+        m_nBackType == QZ_BACK_GROUP || IsDebugDraw())
+        return 0;
+    CQzLookHash hash;
+    hash.Add(QzPlatform::CTableDataSet::Instance().GetEpoch());
+    hash.Add(m_rcWindow);
+    hash.Add(m_strAniName);
+    hash.Add(m_ptPicOffset);
+    hash.Add(m_ptPicOffset2);
+    hash.Add(m_rcAniOffset);
+    hash.Add(uint64_t(uint32_t(m_nOffsetFrame)));
+    hash.Add(uint64_t(m_wState) | uint64_t(m_byAlpha) << 16 | uint64_t(m_bShowBack) << 24 |
+             uint64_t(m_bFrameMode != 0) << 25 | uint64_t(m_nBackType) << 32);
+    return hash.Get();
 }
 
 BOOL CQzDialog::Show()

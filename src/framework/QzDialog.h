@@ -187,6 +187,9 @@ protected:
     CQzDialog* ChildDialogAt(int x, int y);
     QzCtrlEntry* CtrlEntryAt(UINT message, int x, int y);
     void DrawCtrl(CQzBaseWindow* pCtrl);
+    // The look digest of a stock dialog's back: what DrawBack reads. 0 (drawn every frame) for
+    // a host's dialog class, which may draw its own back, and for backs that move on their own.
+    uint64_t BackLook() const;
     void DrawRest(const std::vector<CQzBaseWindow*>& rest);
     const std::vector<CQzBaseWindow*>& DrawOrder();
     bool IsParentVisible();

@@ -8,10 +8,12 @@
 #include "controls/QzButton.h"
 #include "controls/QzCheck.h"
 #include "controls/QzSlider.h"
+#include "framework/QzBackDrawer.h"
 #include "platform/render/TableDataSet.h"
 
 #include <gtest/gtest.h>
 
+#include <set>
 #include <string>
 
 namespace
@@ -30,6 +32,26 @@ public:
     void BeginItem(const void*, uint64_t) override {}
     void EndItem() override {}
     bool RepeatItem(const void*, uint64_t) override { return false; }
+};
+
+// The draw-list device, noting which items it repeated in the last frame.
+class NotingDevice : public QzPlatform::CDrawListDevice
+{
+public:
+    NotingDevice() : CDrawListDevice(kWidth, kHeight) {}
+    void BeginFrame() override
+    {
+        repeated.clear();
+        CDrawListDevice::BeginFrame();
+    }
+    bool RepeatItem(const void* key, uint64_t look) override
+    {
+        const bool done = CDrawListDevice::RepeatItem(key, look);
+        if (done)
+            repeated.insert(key);
+        return done;
+    }
+    std::set<const void*> repeated;
 };
 
 class RetainedControls : public ControlScene
@@ -70,13 +92,13 @@ protected:
         const QzTest::ListRaster got(m_kept, 0xFF000000);
         const QzTest::ListRaster want(plain, 0xFF000000);
         int differing = 0;
-        for (int y = 0; y < 300; ++y)
-            for (int x = 0; x < 400; ++x)
-                differing += got.At(100 + x, 100 + y) != want.At(100 + x, 100 + y) ? 1 : 0;
+        for (int y = 0; y < kHeight; ++y)
+            for (int x = 0; x < kWidth; ++x)
+                differing += got.At(x, y) != want.At(x, y) ? 1 : 0;
         EXPECT_EQ(0, differing) << what;
     }
 
-    QzPlatform::CDrawListDevice m_kept{kWidth, kHeight};
+    NotingDevice m_kept;
     CQzButton* m_pButton = nullptr;
     CQzCheck* m_pCheck = nullptr;
     CQzStatic* m_pStatic = nullptr;
@@ -114,6 +136,36 @@ TEST_F(RetainedControls, EachActionShowsAsOnADeviceThatKeepsNothing)
                                     "Frame2=img/f2.png\nFrame3=img/f1.png\nFrame4=img/f0.png\n");
     QzPlatform::CTableDataSet::Instance().Reload();
     ExpectFrame("skin reloaded");
+}
+
+// A dialog of the library's own class is repeated while its back looks the same; a host's
+// dialog class draws its back every frame.
+TEST_F(RetainedControls, AStockDialogsBackRepeatsUntilItsLookChanges)
+{
+    CQzGuiWndInfo* pRecord = AddRecord(0, 301, {560, 80, 760, 280});
+    pRecord->SetAniSection("Look");
+    pRecord->AddFlags(WNDINFO_FLAG_ANISECTION);
+    CQzDialog stock(301, nullptr);
+    m_pMgr->AddDialog(&stock, nullptr, false);
+    stock.ShowWindow(SW_SHOW);
+    ExpectFrame("first frame");
+    ExpectFrame("steady");
+    EXPECT_EQ(m_kept.repeated.count(&stock), 1u);
+    EXPECT_EQ(m_kept.repeated.count(&m_dialog), 0u);
+
+    stock.MoveWindow(nullptr, 600, 120, 150, 150, TRUE);
+    ExpectFrame("moved");
+    EXPECT_EQ(m_kept.repeated.count(&stock), 0u);
+    stock.SetBackType(QZ_BACK_STRETCHED);
+    ExpectFrame("stretched");
+    stock.SetShowBack(false);
+    ExpectFrame("no back");
+    stock.SetShowBack(true);
+    ExpectFrame("back again");
+    m_root.Write("ani/Control.ani", "[Look]\nFrameAmount=1\nFrame0=img/f3.png\n");
+    QzPlatform::CTableDataSet::Instance().Reload();
+    ExpectFrame("skin reloaded");
+    m_pMgr->RemoveDialog(&stock);
 }
 
 } // namespace

@@ -44,6 +44,10 @@ CDrawTextCache::CDrawTextCache(CDrawGlyphCache& glyphs, size_t capacity)
     : m_glyphs(glyphs), m_nCapacity(std::max<size_t>(capacity, 1)),
       m_pContext(PangoText::CreateContext()), m_ascii(m_pContext, glyphs)
 {
+    size_t slots = 2;
+    while (slots < m_nCapacity * 2)
+        slots *= 2;
+    m_vecSlots.resize(slots);
 }
 
 CDrawTextCache::~CDrawTextCache()
@@ -110,7 +114,7 @@ CDrawTextCache::Entry& CDrawTextCache::Acquire(const std::string& utf8, const Fo
     entry.measured = false;
     entry.hasQuads = false;
     entry.quads.clear();
-    m_mapIndex.emplace(hash, index);
+    Index(index);
     PushNewest(index);
     return entry;
 }
@@ -118,14 +122,46 @@ CDrawTextCache::Entry& CDrawTextCache::Acquire(const std::string& utf8, const Fo
 uint32_t CDrawTextCache::Find(size_t hash, const std::string& text, const std::string& face,
                               int size) const
 {
-    const auto range = m_mapIndex.equal_range(hash);
-    for (auto it = range.first; it != range.second; ++it)
+    const size_t mask = m_vecSlots.size() - 1;
+    const uint32_t tag = TagOf(hash);
+    for (size_t slot = HomeOf(hash); m_vecSlots[slot].entry != kNone; slot = (slot + 1) & mask)
     {
-        const Entry& entry = m_vecEntries[it->second];
-        if (entry.size == size && entry.text == text && entry.face == face)
-            return it->second;
+        if (m_vecSlots[slot].tag != tag)
+            continue;
+        const Entry& entry = m_vecEntries[m_vecSlots[slot].entry];
+        if (entry.hash == hash && entry.size == size && entry.text == text && entry.face == face)
+            return m_vecSlots[slot].entry;
     }
     return kNone;
+}
+
+void CDrawTextCache::Index(uint32_t index)
+{
+    const size_t hash = m_vecEntries[index].hash;
+    const size_t mask = m_vecSlots.size() - 1;
+    size_t slot = HomeOf(hash);
+    while (m_vecSlots[slot].entry != kNone)
+        slot = (slot + 1) & mask;
+    m_vecSlots[slot] = Slot{index, TagOf(hash)};
+}
+
+// Empties the entry's slot, then moves back each slot of the run after it that may stand
+// there (its home is not between the hole and itself), so that no probe stops early.
+void CDrawTextCache::Unindex(uint32_t index)
+{
+    const size_t mask = m_vecSlots.size() - 1;
+    size_t hole = HomeOf(m_vecEntries[index].hash);
+    while (m_vecSlots[hole].entry != index)
+        hole = (hole + 1) & mask;
+    for (size_t next = (hole + 1) & mask; m_vecSlots[next].entry != kNone; next = (next + 1) & mask)
+    {
+        const size_t home = HomeOf(m_vecEntries[m_vecSlots[next].entry].hash);
+        if (((next - home) & mask) < ((next - hole) & mask))
+            continue;
+        m_vecSlots[hole] = m_vecSlots[next];
+        hole = next;
+    }
+    m_vecSlots[hole] = Slot{};
 }
 
 // A free entry: a new one while the cache is below its capacity, else the least recently used,
@@ -138,15 +174,7 @@ uint32_t CDrawTextCache::TakeSlot()
         return static_cast<uint32_t>(m_vecEntries.size() - 1);
     }
     const uint32_t index = m_nOldest;
-    const auto range = m_mapIndex.equal_range(m_vecEntries[index].hash);
-    for (auto it = range.first; it != range.second; ++it)
-    {
-        if (it->second == index)
-        {
-            m_mapIndex.erase(it);
-            break;
-        }
-    }
+    Unindex(index);
     Unlink(index);
     return index;
 }
@@ -242,7 +270,7 @@ void CDrawTextCache::Clear()
 {
     m_ascii.Clear();
     m_vecEntries.clear();
-    m_mapIndex.clear();
+    std::fill(m_vecSlots.begin(), m_vecSlots.end(), Slot{});
     m_nNewest = kNone;
     m_nOldest = kNone;
 }

@@ -13,7 +13,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
-#include <unordered_map>
 #include <vector>
 
 typedef struct _PangoContext PangoContext;
@@ -47,7 +46,7 @@ public:
     // Drops the glyph quads (the glyph pages are starting again) but keeps the sizes.
     void ForgetQuads();
     void Clear();
-    size_t GetSize() const { return m_mapIndex.size(); }
+    size_t GetSize() const { return m_vecEntries.size(); }
     // Calls answered from the cache, and layouts created.
     uint64_t GetHits() const { return m_nHits; }
     uint64_t GetMisses() const { return m_nMisses; }
@@ -69,8 +68,20 @@ private:
         uint32_t older = kNone;
     };
 
+    // A slot of the index: an entry and the high half of its hash, so that a probe reads an
+    // entry only when the halves agree.
+    struct Slot
+    {
+        uint32_t entry = kNone;
+        uint32_t tag = 0;
+    };
+
     Entry& Acquire(const std::string& utf8, const FontSpec& font);
     uint32_t Find(size_t hash, const std::string& text, const std::string& face, int size) const;
+    size_t HomeOf(size_t hash) const { return hash & (m_vecSlots.size() - 1); }
+    static uint32_t TagOf(size_t hash) { return static_cast<uint32_t>(uint64_t(hash) >> 32); }
+    void Index(uint32_t index);
+    void Unindex(uint32_t index);
     uint32_t TakeSlot();
     void Unlink(uint32_t index);
     void PushNewest(uint32_t index);
@@ -84,7 +95,9 @@ private:
     // Lays out one line of printable ASCII without a pango layout.
     CDrawAsciiLayout m_ascii;
     std::vector<Entry> m_vecEntries;
-    std::unordered_multimap<size_t, uint32_t> m_mapIndex; // hash of the key -> entry
+    // Open addressing with linear probing, at most half full: one look-up reads a slot or two
+    // of one array instead of a bucket, a node and the entry.
+    std::vector<Slot> m_vecSlots;
     uint32_t m_nNewest = kNone;
     uint32_t m_nOldest = kNone;
     uint64_t m_nHits = 0;

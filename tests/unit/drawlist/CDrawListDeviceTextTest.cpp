@@ -8,6 +8,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <climits>
 #include <cstdio>
 #include <random>
@@ -287,6 +288,35 @@ TEST(DrawTextCache, KeepsTheMostRecentlyUsedLayouts)
     cache.Measure("two", kFont);
     EXPECT_EQ(4u, cache.GetMisses());
     EXPECT_EQ(3u, cache.GetQuads("one", kFont).size());
+}
+
+// A small cache crowded with texts (its index collides and evicts all the time) answers as a
+// list of the most recently used texts does, each with its own size.
+TEST(DrawTextCache, HitsFollowAListOfRecentUseUnderEviction)
+{
+    QzPlatform::CDrawAtlasPages pages;
+    QzPlatform::CDrawGlyphCache glyphs(pages);
+    QzPlatform::CDrawTextCache cache(glyphs, 8);
+    QzPlatform::CDrawTextCache reference(glyphs, 64);
+    std::mt19937 random(3);
+    std::vector<std::string> pool;
+    for (int i = 0; i < 40; ++i)
+        pool.push_back(std::string(1 + i % 7, static_cast<char>('a' + i % 26)) + std::to_string(i));
+    std::vector<std::string> recent; // most recent last
+    uint64_t hits = 0;
+    for (int call = 0; call < 3000; ++call)
+    {
+        const std::string& text = pool[random() % (call < 1500 ? 12 : pool.size())];
+        const auto found = std::find(recent.begin(), recent.end(), text);
+        hits += found != recent.end() ? 1 : 0;
+        if (found != recent.end())
+            recent.erase(found);
+        else if (recent.size() == 8)
+            recent.erase(recent.begin());
+        recent.push_back(text);
+        ASSERT_EQ(cache.Measure(text, kFont).cx, reference.Measure(text, kFont).cx) << text;
+        ASSERT_EQ(cache.GetHits(), hits) << "call " << call;
+    }
 }
 
 // The pair-by-pair layout of ASCII agrees with pango's layout of the whole text, kerned pairs

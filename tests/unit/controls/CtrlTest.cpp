@@ -1,6 +1,7 @@
 // The control base: its record, caption layout, tip, message dispatch and look
 // states.
 #include "ControlScene.h"
+#include "controls/QzLookHash.h"
 
 #include <cstdio>
 
@@ -250,3 +251,28 @@ TEST_F(CtrlBase, TheTextLimitCutsOnlySetWindowTextAndInflateWindowGrowsTheRecord
 } // namespace
 
 } // namespace ControlTest
+
+// A caption that differs from another of its length in any one byte has another look digest:
+// the digest reads every byte, in whole words and in the tail.
+TEST(LookHash, EveryByteOfATextChangesTheDigest)
+{
+    auto digest = [](const std::string& text)
+    {
+        QzGui::CQzLookHash hash;
+        hash.Add(text);
+        return hash.Get();
+    };
+    for (size_t length = 1; length <= 19; ++length)
+    {
+        std::string text;
+        for (size_t i = 0; i < length; ++i)
+            text += static_cast<char>('A' + (i * 7) % 26);
+        for (size_t i = 0; i < length; ++i)
+        {
+            std::string other = text;
+            other[i] = static_cast<char>(other[i] ^ 0x21);
+            EXPECT_NE(digest(text), digest(other)) << "length " << length << " byte " << i;
+        }
+    }
+    EXPECT_NE(digest(""), digest(std::string(1, '\0')));
+}

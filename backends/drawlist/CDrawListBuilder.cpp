@@ -3,6 +3,7 @@
 #include "CDrawAtlasPages.h"
 
 #include <algorithm>
+#include <limits>
 
 namespace QzPlatform
 {
@@ -32,6 +33,28 @@ void CutSpan(float& from, float& to, float& uFrom, float& uTo, float low, float 
 }
 
 } // namespace
+
+void DrawQuadRun::Seal()
+{
+    page = quads.empty() ? nullptr : quads.front().page;
+    bounds[0] = bounds[1] = std::numeric_limits<float>::max();
+    bounds[2] = bounds[3] = std::numeric_limits<float>::lowest();
+    for (const DrawQuad& quad : quads)
+    {
+        if (quad.page != page || !(quad.x0 < quad.x1 && quad.y0 < quad.y1))
+            page = nullptr;
+        bounds[0] = std::min(bounds[0], quad.x0);
+        bounds[1] = std::min(bounds[1], quad.y0);
+        bounds[2] = std::max(bounds[2], quad.x1);
+        bounds[3] = std::max(bounds[3], quad.y1);
+    }
+}
+
+void DrawQuadRun::Clear()
+{
+    quads.clear();
+    page = nullptr;
+}
 
 void DrawBuffer::Reset(const DrawAtlas& fillPage)
 {
@@ -171,9 +194,54 @@ void CDrawListBuilder::AddImage(const DrawAtlas& page, float x0, float y0, float
              argb);
 }
 
+// Quads of one page wholly inside the clip are written without a test each; others are cut to
+// the clip one by one.
+void CDrawListBuilder::AddQuads(const DrawQuadRun& run, float x, float y, uint32_t argb,
+                                uint32_t colourArgb)
+{
+    if (run.page && IsInside(run.bounds, x, y))
+        AddQuadsWhole(run, x, y, argb, colourArgb);
+    else
+        AddQuadsEach(run.quads.data(), run.quads.size(), x, y, argb, colourArgb);
+}
+
+// Whether the box moved by (x, y) lies inside a clip that is not empty. The corners are moved
+// as each quad's are, so a quad inside the box lands inside the clip.
+inline bool CDrawListBuilder::IsInside(const float (&bounds)[4], float x, float y) const
+{
+    return m_clip.right != m_clip.left && m_clip.bottom != m_clip.top &&
+           x + bounds[0] >= m_fClip[0] && y + bounds[1] >= m_fClip[1] &&
+           x + bounds[2] <= m_fClip[2] && y + bounds[3] <= m_fClip[3];
+}
+
+void CDrawListBuilder::AddQuadsWhole(const DrawQuadRun& run, float x, float y, uint32_t argb,
+                                     uint32_t colourArgb)
+{
+    BindPage(*run.page);
+    UsePageScale(*run.page);
+    std::vector<DrawVertex>& vertices = m_pTarget->vertices;
+    const size_t first = vertices.size();
+    Reserve(run.quads.size());
+    vertices.resize(first + run.quads.size() * 4);
+    DrawVertex* out = vertices.data() + first;
+    for (const DrawQuad& quad : run.quads)
+    {
+        const float x0 = x + quad.x0, y0 = y + quad.y0, x1 = x + quad.x1, y1 = y + quad.y1;
+        const float u0 = quad.tx0 * m_fScaleU, v0 = quad.ty0 * m_fScaleV;
+        const float u1 = quad.tx1 * m_fScaleU, v1 = quad.ty1 * m_fScaleV;
+        const uint32_t colour = quad.colour ? colourArgb : argb;
+        out[0] = DrawVertex{x0, y0, u0, v0, colour};
+        out[1] = DrawVertex{x1, y0, u1, v0, colour};
+        out[2] = DrawVertex{x1, y1, u1, v1, colour};
+        out[3] = DrawVertex{x0, y1, u0, v1, colour};
+        out += 4;
+    }
+    m_pTarget->commands.back().indexCount += static_cast<uint32_t>(run.quads.size() * 6);
+}
+
 // The page is bound again only when it changes from one quad to the next: the clip stays.
-void CDrawListBuilder::AddQuads(const DrawQuad* quads, size_t count, float x, float y,
-                                uint32_t argb, uint32_t colourArgb)
+void CDrawListBuilder::AddQuadsEach(const DrawQuad* quads, size_t count, float x, float y,
+                                    uint32_t argb, uint32_t colourArgb)
 {
     Reserve(count);
     const DrawAtlas* bound = nullptr;

@@ -29,6 +29,20 @@ struct DrawQuad
     bool colour;
 };
 
+// Quads kept to be drawn again and again (a text's glyphs), with what lets the builder write
+// them without a test a quad: the box around them and the one page they all lie on.
+struct DrawQuadRun
+{
+    std::vector<DrawQuad> quads;
+    float bounds[4] = {}; // left, top, right, bottom of the quads
+    // The page of every quad when all lie on one and none is empty; else null.
+    const DrawAtlas* page = nullptr;
+
+    // Works out the bounds and the page once the quads are in.
+    void Seal();
+    void Clear();
+};
+
 // Quads and their commands, written one after the other.
 struct DrawBuffer
 {
@@ -63,8 +77,7 @@ public:
     void AddImage(const DrawAtlas& page, float x0, float y0, float x1, float y1, float tx0,
                   float ty0, float tx1, float ty1, uint32_t argb);
     // The quads moved by (x, y): in `argb`, or in `colourArgb` for colour quads.
-    void AddQuads(const DrawQuad* quads, size_t count, float x, float y, uint32_t argb,
-                  uint32_t colourArgb);
+    void AddQuads(const DrawQuadRun& run, float x, float y, uint32_t argb, uint32_t colourArgb);
     // A solid quad of any shape: four corners (x, y) in order around it. Not cut to the clip
     // rectangle (the renderer's scissor does that), so the corners must be near the screen.
     void AddPolygon(const float (&corners)[8], uint32_t argb);
@@ -86,6 +99,11 @@ private:
     void Retarget(const DrawAtlas& page);
     void PushQuad(float x0, float y0, float x1, float y1, float u0, float v0, float u1, float v1,
                   uint32_t argb);
+    bool IsInside(const float (&bounds)[4], float x, float y) const;
+    void AddQuadsEach(const DrawQuad* quads, size_t count, float x, float y, uint32_t argb,
+                      uint32_t colourArgb);
+    void AddQuadsWhole(const DrawQuadRun& run, float x, float y, uint32_t argb,
+                       uint32_t colourArgb);
     void SetClip(const RectI& clip);
     void Reserve(size_t quads);
     void UsePageScale(const DrawAtlas& page);

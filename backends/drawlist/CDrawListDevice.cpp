@@ -114,7 +114,7 @@ public:
     }
 
     void AddDiagonal(int x1, int y1, int x2, int y2, uint32_t argb);
-    void AddText(int64_t x, int64_t y, const std::vector<DrawQuad>& quads, uint32_t argb);
+    void AddText(int64_t x, int64_t y, const DrawQuadRun& quads, uint32_t argb);
 
     int nWidth;
     int nHeight;
@@ -150,11 +150,9 @@ void CDrawListDevice::Impl::AddDiagonal(int x1, int y1, int x2, int y2, uint32_t
     builder.AddPolygon(corners, argb);
 }
 
-void CDrawListDevice::Impl::AddText(int64_t x, int64_t y, const std::vector<DrawQuad>& quads,
-                                    uint32_t argb)
+void CDrawListDevice::Impl::AddText(int64_t x, int64_t y, const DrawQuadRun& quads, uint32_t argb)
 {
-    builder.AddQuads(quads.data(), quads.size(), static_cast<float>(x), static_cast<float>(y), argb,
-                     argb | 0x00FFFFFFu);
+    builder.AddQuads(quads, static_cast<float>(x), static_cast<float>(y), argb, argb | 0x00FFFFFFu);
 }
 
 CDrawListDevice::CDrawListDevice(int width, int height)
@@ -322,7 +320,7 @@ void CDrawListDevice::DrawText(int x, int y, const std::string& utf8, const Font
     const bool shadow = !IsInvisible(shadowArgb);
     if (utf8.empty() || (IsInvisible(argb) && !shadow))
         return;
-    const std::vector<DrawQuad>& quads = m_pImpl->text.GetQuads(utf8, font);
+    const DrawQuadRun& quads = m_pImpl->text.GetQuads(utf8, font);
     if (shadow)
         m_pImpl->AddText(int64_t(x) + 1, int64_t(y) + 1, quads, shadowArgb);
     if (!IsInvisible(argb))

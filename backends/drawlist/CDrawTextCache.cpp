@@ -63,11 +63,14 @@ SizeI CDrawTextCache::Measure(const std::string& utf8, const FontSpec& font)
     return entry.extent;
 }
 
-const std::vector<DrawQuad>& CDrawTextCache::GetQuads(const std::string& utf8, const FontSpec& font)
+const DrawQuadRun& CDrawTextCache::GetQuads(const std::string& utf8, const FontSpec& font)
 {
     Entry& entry = Acquire(utf8, font);
     if (!entry.hasQuads)
+    {
         Lay(entry, true);
+        entry.quads.Seal();
+    }
     return entry.quads;
 }
 
@@ -81,7 +84,7 @@ void CDrawTextCache::Lay(Entry& entry, bool withQuads)
         entry.measured = true;
         if (!withQuads)
             return;
-        entry.hasQuads = m_ascii.BuildQuads(entry.text, entry.face, entry.size, entry.quads);
+        entry.hasQuads = m_ascii.BuildQuads(entry.text, entry.face, entry.size, entry.quads.quads);
         if (entry.hasQuads)
             return;
     }
@@ -113,7 +116,7 @@ CDrawTextCache::Entry& CDrawTextCache::Acquire(const std::string& utf8, const Fo
     entry.size = size;
     entry.measured = false;
     entry.hasQuads = false;
-    entry.quads.clear();
+    entry.quads.Clear();
     Index(index);
     PushNewest(index);
     return entry;
@@ -221,7 +224,7 @@ PangoLayout* CDrawTextCache::CreateLayout(Entry& entry) const
 // take is left out, and the quads are made again on the next call.
 void CDrawTextCache::BuildQuads(Entry& entry, PangoLayout* layout)
 {
-    entry.quads.clear();
+    entry.quads.Clear();
     entry.hasQuads = true;
     PangoLayoutIter* iter = pango_layout_get_iter(layout);
     do
@@ -247,10 +250,10 @@ void CDrawTextCache::BuildQuads(Entry& entry, PangoLayout* layout)
                 continue;
             const float x0 = float(originX + glyph->left);
             const float y0 = float(originY + glyph->top);
-            entry.quads.push_back(DrawQuad{glyph->page, x0, y0, x0 + float(glyph->width),
-                                           y0 + float(glyph->height), float(glyph->x),
-                                           float(glyph->y), float(glyph->x + glyph->width),
-                                           float(glyph->y + glyph->height), glyph->colour});
+            entry.quads.quads.push_back(DrawQuad{glyph->page, x0, y0, x0 + float(glyph->width),
+                                                 y0 + float(glyph->height), float(glyph->x),
+                                                 float(glyph->y), float(glyph->x + glyph->width),
+                                                 float(glyph->y + glyph->height), glyph->colour});
         }
     } while (pango_layout_iter_next_run(iter));
     pango_layout_iter_free(iter);
@@ -262,7 +265,7 @@ void CDrawTextCache::ForgetQuads()
     for (Entry& entry : m_vecEntries)
     {
         entry.hasQuads = false;
-        entry.quads.clear();
+        entry.quads.Clear();
     }
 }
 

@@ -41,7 +41,7 @@ public:
     SizeI Measure(const std::string& utf8, const FontSpec& font);
     // The glyph quads of the text, rasterising glyphs not seen before. Valid until the next
     // call of the cache.
-    const std::vector<DrawQuad>& GetQuads(const std::string& utf8, const FontSpec& font);
+    const DrawQuadRun& GetQuads(const std::string& utf8, const FontSpec& font);
 
     // Drops the glyph quads (the glyph pages are starting again) but keeps the sizes.
     void ForgetQuads();
@@ -63,7 +63,7 @@ private:
         SizeI extent;
         bool measured = false;
         bool hasQuads = false;
-        std::vector<DrawQuad> quads;
+        DrawQuadRun quads;
         uint32_t newer = kNone;
         uint32_t older = kNone;
     };

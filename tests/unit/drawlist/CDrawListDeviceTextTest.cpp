@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <climits>
 #include <cstdio>
+#include <cstring>
 #include <random>
 #include <string>
 #include <vector>
@@ -287,7 +288,7 @@ TEST(DrawTextCache, KeepsTheMostRecentlyUsedLayouts)
     EXPECT_EQ(2u, cache.GetHits());
     cache.Measure("two", kFont);
     EXPECT_EQ(4u, cache.GetMisses());
-    EXPECT_EQ(3u, cache.GetQuads("one", kFont).size());
+    EXPECT_EQ(3u, cache.GetQuads("one", kFont).quads.size());
 }
 
 // A small cache crowded with texts (its index collides and evicts all the time) answers as a
@@ -317,6 +318,44 @@ TEST(DrawTextCache, HitsFollowAListOfRecentUseUnderEviction)
         ASSERT_EQ(cache.Measure(text, kFont).cx, reference.Measure(text, kFont).cx) << text;
         ASSERT_EQ(cache.GetHits(), hits) << "call " << call;
     }
+}
+
+// A text's quads written whole (one page, inside the clip) are the quads written one by one
+// with a test each, wherever the text lies about the clip's edges.
+TEST(DrawQuadRun, WrittenWholeAsWhenEachQuadIsTested)
+{
+    QzPlatform::CDrawAtlasPages pages;
+    const QzPlatform::DrawAtlas& fill = *pages.Create(8, 8);
+    const QzPlatform::DrawAtlas& glyphs = *pages.Create(64, 64);
+    QzPlatform::DrawQuadRun run;
+    for (int i = 0; i < 6; ++i)
+        run.quads.push_back({&glyphs, 7.0f * i, 1.0f + i % 3, 7.0f * i + 6, 12.0f + i % 2, 8.0f * i,
+                             4, 8.0f * i + 6, 15.0f + i % 2, i == 4});
+    run.Seal();
+    ASSERT_EQ(run.page, &glyphs);
+    QzPlatform::DrawQuadRun tested = run;
+    tested.page = nullptr; // as quads of several pages are written
+    QzPlatform::CDrawListBuilder builder;
+    for (float x : {-30.0f, 9.0f, 10.0f, 30.0f, 48.0f, 49.0f, 95.0f})
+        for (float y : {-5.0f, 9.0f, 10.0f, 40.0f, 58.0f, 59.0f})
+        {
+            QzPlatform::DrawBuffer whole, each;
+            whole.Reset(fill);
+            each.Reset(fill);
+            builder.Begin(100, 80);
+            builder.PushClip({10, 10, 90, 70});
+            builder.SetTarget(whole);
+            builder.AddQuads(run, x, y, 0xFF102030, 0xFFFFFFFF);
+            builder.SetTarget(each);
+            builder.AddQuads(tested, x, y, 0xFF102030, 0xFFFFFFFF);
+            ASSERT_EQ(whole.vertices.size(), each.vertices.size()) << x << "," << y;
+            EXPECT_EQ(0, std::memcmp(whole.vertices.data(), each.vertices.data(),
+                                     whole.vertices.size() * sizeof(QzPlatform::DrawVertex)))
+                << x << "," << y;
+            ASSERT_EQ(whole.commands.size(), each.commands.size());
+            for (size_t i = 0; i < whole.commands.size(); ++i)
+                EXPECT_EQ(whole.commands[i].indexCount, each.commands[i].indexCount);
+        }
 }
 
 // The pair-by-pair layout of ASCII agrees with pango's layout of the whole text, kerned pairs

@@ -58,9 +58,12 @@ DWORD CEditControl::LiveStyle() const
     return static_cast<DWORD>(GetWindowLongW(m_hWnd, GWL_STYLE));
 }
 
-std::wstring CEditControl::DisplayText(const std::wstring& text) const
+const std::wstring& CEditControl::DisplayText(const std::wstring& text)
 {
-    return m_chPassword ? std::wstring(text.size(), m_chPassword) : text;
+    if (!m_chPassword)
+        return text;
+    m_strMasked.assign(text.size(), m_chPassword);
+    return m_strMasked;
 }
 
 const CEditLayout& CEditControl::Layout()

@@ -130,7 +130,9 @@ private:
     void PullBackView();
     void NotifyChange();
     bool MoveView(size_t top, int scrollX);
-    std::wstring DisplayText(const std::wstring& text) const;
+    // The text as the window shows it: the text itself, or as many password characters (kept
+    // in m_strMasked). Texts reach 64 KB: no copy is made of a plain one.
+    const std::wstring& DisplayText(const std::wstring& text);
     int WrapWidth() const;
     int ClientWidth() const;
     int ClientHeight() const;
@@ -147,6 +149,7 @@ private:
     CEditText m_text;
     CEditUndo m_undo;
     CEditLayout m_layout;
+    std::wstring m_strMasked;
     bool m_bLayoutValid = false;
     bool m_bModified = false;
     UINT m_nLimit;

@@ -219,24 +219,11 @@ void CDrawListBuilder::AddQuadsWhole(const DrawQuadRun& run, float x, float y, u
 {
     BindPage(*run.page);
     UsePageScale(*run.page);
-    std::vector<DrawVertex>& vertices = m_pTarget->vertices;
-    const size_t first = vertices.size();
     Reserve(run.quads.size());
-    vertices.resize(first + run.quads.size() * 4);
-    DrawVertex* out = vertices.data() + first;
     for (const DrawQuad& quad : run.quads)
-    {
-        const float x0 = x + quad.x0, y0 = y + quad.y0, x1 = x + quad.x1, y1 = y + quad.y1;
-        const float u0 = quad.tx0 * m_fScaleU, v0 = quad.ty0 * m_fScaleV;
-        const float u1 = quad.tx1 * m_fScaleU, v1 = quad.ty1 * m_fScaleV;
-        const uint32_t colour = quad.colour ? colourArgb : argb;
-        out[0] = DrawVertex{x0, y0, u0, v0, colour};
-        out[1] = DrawVertex{x1, y0, u1, v0, colour};
-        out[2] = DrawVertex{x1, y1, u1, v1, colour};
-        out[3] = DrawVertex{x0, y1, u0, v1, colour};
-        out += 4;
-    }
-    m_pTarget->commands.back().indexCount += static_cast<uint32_t>(run.quads.size() * 6);
+        PushQuad(x + quad.x0, y + quad.y0, x + quad.x1, y + quad.y1, quad.tx0 * m_fScaleU,
+                 quad.ty0 * m_fScaleV, quad.tx1 * m_fScaleU, quad.ty1 * m_fScaleV,
+                 quad.colour ? colourArgb : argb);
 }
 
 // The page is bound again only when it changes from one quad to the next: the clip stays.

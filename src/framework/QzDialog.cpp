@@ -813,10 +813,15 @@ void CQzDialog::Draw()
 
 // An effect, a group's pieces and a bitmap draw more than the section's frame; debug mode
 // outlines the window under the mouse. The data set's epoch follows the section.
+bool CQzDialog::HasStockBack() const
+{
+    return typeid(*this) == typeid(CQzDialog);
+}
+
 uint64_t CQzDialog::BackLook() const
 {
-    if (typeid(*this) != typeid(CQzDialog) || m_pBackEffect || m_pBackBitmap ||
-        m_nBackType == QZ_BACK_GROUP || IsDebugDraw())
+    if (!HasStockBack() || m_pBackEffect || m_pBackBitmap || m_nBackType == QZ_BACK_GROUP ||
+        IsDebugDraw())
         return 0;
     CQzLookHash hash;
     hash.Add(QzPlatform::CTableDataSet::Instance().GetEpoch());

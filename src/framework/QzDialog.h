@@ -82,6 +82,10 @@ public:
     virtual void OnMove(WPARAM x, LPARAM y);
     virtual BOOL OnCommand(WORD nCode, WORD nId);
     virtual BOOL OnNotify(WORD nCode, WORD nId);
+    // After the slots above: whether DrawBack and DrawBackEffect are the library's. A device that
+    // keeps what it drew then repeats the back while its look (section, rectangle, state,
+    // alpha...) stays. True for CQzDialog itself; a host's class that keeps them returns true.
+    virtual bool HasStockBack() const;
 
     // IMyMsgCallBack: nothing.
     void OnMsgCallBack(DWORD /*nCode*/, uint64_t /*nData*/) override {}
@@ -187,8 +191,8 @@ protected:
     CQzDialog* ChildDialogAt(int x, int y);
     QzCtrlEntry* CtrlEntryAt(UINT message, int x, int y);
     void DrawCtrl(CQzBaseWindow* pCtrl);
-    // The look digest of a stock dialog's back: what DrawBack reads. 0 (drawn every frame) for
-    // a host's dialog class, which may draw its own back, and for backs that move on their own.
+    // The look digest of a stock back: what DrawBack reads. 0 (drawn every frame) for a back
+    // of the host's own and for backs that move on their own.
     uint64_t BackLook() const;
     void DrawRest(const std::vector<CQzBaseWindow*>& rest);
     const std::vector<CQzBaseWindow*>& DrawOrder();

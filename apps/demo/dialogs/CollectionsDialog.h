@@ -28,6 +28,8 @@ public:
     static constexpr DWORD kId = 700;
 
     CCollectionsDialog();
+    // The back is the library's: a device that keeps what it drew repeats it.
+    bool HasStockBack() const override { return true; }
 
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
     void CreateCtrls() override;

@@ -29,6 +29,8 @@ public:
     static constexpr DWORD kLoginId = 800;
 
     CControlsDialog();
+    // The back is the library's: a device that keeps what it drew repeats it.
+    bool HasStockBack() const override { return true; }
 
     LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
     void CreateCtrls() override;

@@ -12,6 +12,8 @@ public:
     CLabelDialog(DWORD nId, const char* pszLabel);
 
     void OnAfterDraw() override;
+    // The back is the library's: a device that keeps what it drew repeats it.
+    bool HasStockBack() const override { return true; }
 
 private:
     std::string m_strLabel;

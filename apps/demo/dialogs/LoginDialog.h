@@ -15,6 +15,8 @@ public:
     static constexpr DWORD kId = 800;
 
     CLoginDialog();
+    // The back is the library's: a device that keeps what it drew repeats it.
+    bool HasStockBack() const override { return true; }
 
     void OnInitDialog(uint64_t nParam) override;
 

@@ -13,6 +13,8 @@ public:
     static constexpr DWORD kId = 100;
 
     CShowcaseDialog();
+    // The back is the library's: a device that keeps what it drew repeats it.
+    bool HasStockBack() const override { return true; }
 
     void OnLButtonDown(UINT nFlags, POINT point) override;
     void OnLButtonUp(UINT nFlags, POINT point) override;

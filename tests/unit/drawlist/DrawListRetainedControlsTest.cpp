@@ -138,20 +138,30 @@ TEST_F(RetainedControls, EachActionShowsAsOnADeviceThatKeepsNothing)
     ExpectFrame("skin reloaded");
 }
 
-// A dialog of the library's own class is repeated while its back looks the same; a host's
-// dialog class draws its back every frame.
+// A host's dialog class that keeps the library's back.
+class StockBackDialog : public CQzDialog
+{
+public:
+    StockBackDialog() : CQzDialog(301, nullptr) {}
+    bool HasStockBack() const override { return true; }
+};
+
+// A dialog whose back is the library's is repeated while its back looks the same; a host's
+// dialog class draws its back every frame unless it says that it keeps the library's.
 TEST_F(RetainedControls, AStockDialogsBackRepeatsUntilItsLookChanges)
 {
     CQzGuiWndInfo* pRecord = AddRecord(0, 301, {560, 80, 760, 280});
     pRecord->SetAniSection("Look");
     pRecord->AddFlags(WNDINFO_FLAG_ANISECTION);
-    CQzDialog stock(301, nullptr);
+    StockBackDialog stock;
     m_pMgr->AddDialog(&stock, nullptr, false);
     stock.ShowWindow(SW_SHOW);
     ExpectFrame("first frame");
     ExpectFrame("steady");
     EXPECT_EQ(m_kept.repeated.count(&stock), 1u);
     EXPECT_EQ(m_kept.repeated.count(&m_dialog), 0u);
+    EXPECT_TRUE(CQzDialog(302, nullptr).HasStockBack());
+    EXPECT_FALSE(m_dialog.HasStockBack());
 
     stock.MoveWindow(nullptr, 600, 120, 150, 150, TRUE);
     ExpectFrame("moved");

@@ -7,12 +7,10 @@
 #include "controls/QzStatic.h"
 
 #include "framework/IQzGuiMgr.h"
-#include "framework/QzBackDrawer.h"
 #include "layout/IQzGuiWndInfo.h"
 #include "layout/QzExtraValue.h"
 #include "platform/render/DataSet.h"
 #include "platform/render/MyBitmap.h"
-#include "platform/render/TableDataSet.h"
 #include "platform/services/QzClock.h"
 #include "platform/services/QzGameData.h"
 #include "platform/services/QzString.h"
@@ -463,36 +461,29 @@ uint64_t CQzCtrl::LookDigestOf(const CQzBaseWindow& window)
     return 0;
 }
 
-// Show does nothing but draw without the mouse in, timers, effects and debug mode; the data
-// set's epoch follows the sections it draws.
+// Show does nothing but draw without the mouse in, timers and a front effect; the back adds
+// its part (AddBackLook), the state its check and enabled flags.
 bool CQzCtrl::StartLook(CQzLookHash& hash) const
 {
-    if (m_bMouseIn || !m_lstTimer.empty() || m_pBackEffect || m_pFrontEffect || IsDebugDraw())
+    if (m_bMouseIn || !m_lstTimer.empty() || m_pFrontEffect)
         return false;
     hash.Add(reinterpret_cast<uintptr_t>(&typeid(*this)));
-    hash.Add(QzPlatform::CTableDataSet::Instance().GetEpoch());
-    hash.Add(m_rcWindow);
-    hash.Add(m_strAniName);
-    hash.Add(uint64_t(m_wState) | uint64_t(m_byAlpha) << 16 | uint64_t(m_bShowBack) << 24 |
-             uint64_t(m_bCheck != 0) << 25 | uint64_t(IsWindowEnabled() != 0) << 26 |
-             uint64_t(m_bFrameMode != 0) << 27 | uint64_t(m_nBackType) << 32);
+    if (!AddBackLook(hash))
+        return false;
+    hash.Add(uint64_t(m_bCheck != 0) | uint64_t(IsWindowEnabled() != 0) << 1);
     return true;
 }
 
 // UpdateState (the state, the check, the enabled flag, a check box's hover look), the back
 // (DrawBack, DrawTextured) and the single-line caption. Multi-line captions read the string
-// table, bitmap and group backs objects of their own: those are drawn every frame.
+// table: those are drawn every frame.
 uint64_t CQzCtrl::CaptionLook(const std::type_info& type) const
 {
     CQzLookHash hash;
-    if (m_bMultiLine || m_pBackBitmap || m_nBackType == QZ_BACK_GROUP || !StartLook(hash))
+    if (m_bMultiLine || !StartLook(hash))
         return 0;
     if (&type == &typeid(CQzCheck))
         hash.Add(static_cast<const CQzCheck&>(*this).HasHoverLook());
-    hash.Add(m_ptPicOffset);
-    hash.Add(m_ptPicOffset2);
-    hash.Add(uint64_t(uint32_t(m_nOffsetFrame)));
-    hash.Add(m_rcAniOffset);
     hash.Add(m_strText);
     hash.Add(m_strFont);
     hash.Add(uint64_t(m_dwTextColor) << 32 | m_wTextFormat);

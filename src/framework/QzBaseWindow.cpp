@@ -2,6 +2,8 @@
 
 #include "platform/services/QzClock.h"
 
+#include "controls/QzLookHash.h"
+
 #include "effects/Gui3DEffect.h"
 #include "framework/QzBackDrawer.h"
 #include "framework/QzGuiHelper.h"
@@ -729,6 +731,22 @@ void CQzBaseWindow::ReleaseOwnedRegion()
 bool CQzBaseWindow::IsDebugDraw() const
 {
     return m_pQzGuiMgr && m_pQzGuiMgr->GetDebugMode() != 0;
+}
+
+bool CQzBaseWindow::AddBackLook(CQzLookHash& hash) const
+{
+    if (m_pBackBitmap || m_nBackType == QZ_BACK_GROUP || m_pBackEffect || IsDebugDraw())
+        return false;
+    hash.Add(QzPlatform::CTableDataSet::Instance().GetEpoch());
+    hash.Add(m_rcWindow);
+    hash.Add(m_strAniName);
+    hash.Add(m_ptPicOffset);
+    hash.Add(m_ptPicOffset2);
+    hash.Add(m_rcAniOffset);
+    hash.Add(uint64_t(uint32_t(m_nOffsetFrame)));
+    hash.Add(uint64_t(m_wState) | uint64_t(m_byAlpha) << 16 | uint64_t(m_bShowBack) << 24 |
+             uint64_t(m_bFrameMode != 0) << 25 | uint64_t(m_nBackType) << 32);
+    return true;
 }
 
 // ---------------------------------------------------------------------------------------------

@@ -24,6 +24,7 @@ class IQzGuiMgr;
 class CQzGuiMgr;
 class CQzCursorMgr;
 class CQzBackDrawer;
+class CQzLookHash;
 class IQzGuiWndInfo;
 
 // A software timer: fired by ProcessTimers once its elapse has passed since the last firing.
@@ -207,6 +208,11 @@ protected:
     bool IsInfoWanted();
     BOOL HitMask(int x, int y);
     bool IsDebugDraw() const;
+    // Adds what DrawBack reads to a look digest (the data set's epoch, which follows the
+    // section, the rectangle, the section, its offsets, the state, alpha and the back's flags).
+    // False when the back is drawn every frame: a bitmap or a group's pieces (objects of their
+    // own), an effect (it moves on its own), debug mode (it outlines the window under the mouse).
+    bool AddBackLook(CQzLookHash& hash) const;
     void DrawTextured();
     // A section of the control file by name (null: none); the window's own section
     // (m_strAniName) is found by name only after a reload or purge of the data set.

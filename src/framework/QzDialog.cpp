@@ -2,12 +2,10 @@
 
 #include "controls/QzCtrl.h"
 #include "controls/QzLookHash.h"
-#include "framework/QzBackDrawer.h"
 #include "framework/QzGuiMgr.h"
 #include "layout/IQzGuiWndInfo.h"
 #include "layout/QzExtraValue.h"
 #include "platform/render/IRenderDevice.h"
-#include "platform/render/TableDataSet.h"
 #include "platform/services/QzAssert.h"
 #include "platform/services/QzText.h"
 
@@ -811,8 +809,6 @@ void CQzDialog::Draw()
     OnAfterDraw();
 }
 
-// An effect, a group's pieces and a bitmap draw more than the section's frame; debug mode
-// outlines the window under the mouse. The data set's epoch follows the section.
 bool CQzDialog::HasStockBack() const
 {
     return typeid(*this) == typeid(CQzDialog);
@@ -820,20 +816,8 @@ bool CQzDialog::HasStockBack() const
 
 uint64_t CQzDialog::BackLook() const
 {
-    if (!HasStockBack() || m_pBackEffect || m_pBackBitmap || m_nBackType == QZ_BACK_GROUP ||
-        IsDebugDraw())
-        return 0;
     CQzLookHash hash;
-    hash.Add(QzPlatform::CTableDataSet::Instance().GetEpoch());
-    hash.Add(m_rcWindow);
-    hash.Add(m_strAniName);
-    hash.Add(m_ptPicOffset);
-    hash.Add(m_ptPicOffset2);
-    hash.Add(m_rcAniOffset);
-    hash.Add(uint64_t(uint32_t(m_nOffsetFrame)));
-    hash.Add(uint64_t(m_wState) | uint64_t(m_byAlpha) << 16 | uint64_t(m_bShowBack) << 24 |
-             uint64_t(m_bFrameMode != 0) << 25 | uint64_t(m_nBackType) << 32);
-    return hash.Get();
+    return HasStockBack() && AddBackLook(hash) ? hash.Get() : 0;
 }
 
 BOOL CQzDialog::Show()

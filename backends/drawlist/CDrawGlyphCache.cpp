@@ -2,6 +2,7 @@
 
 #include <pango/pangocairo.h>
 
+#include <algorithm>
 #include <cstring>
 
 namespace QzPlatform
@@ -73,6 +74,33 @@ void ReadTexels(cairo_surface_t* surface, std::vector<uint32_t>& texels, bool& c
     }
 }
 
+// The glyph's texels over their shadow (see GetShadowed): with g the glyph's coverage and s the
+// shadow's, the alpha is g + s (1 - g) and the grey g over that alpha, so that a colour c drawn
+// with it adds c g and keeps (1 - g)(1 - s) of what lay below, as the two draws would.
+std::vector<uint32_t> ShadowedTexels(const DrawAtlas& page, int x, int y, int width, int height)
+{
+    const auto coverage = [&](int column, int row) -> uint32_t
+    {
+        if (column < 0 || row < 0 || column >= width || row >= height)
+            return 0;
+        return page.texels[static_cast<size_t>(y + row) * page.width + x + column] >> 24;
+    };
+    std::vector<uint32_t> texels(static_cast<size_t>(width + 1) * (height + 1));
+    for (int row = 0; row <= height; ++row)
+        for (int column = 0; column <= width; ++column)
+        {
+            const uint32_t glyph = coverage(column, row);
+            const uint32_t shadow = coverage(column - 1, row - 1);
+            const uint32_t alpha = glyph + (shadow * (255 - glyph) + 127) / 255;
+            if (alpha == 0)
+                continue;
+            const uint32_t grey = std::min<uint32_t>(255, (glyph * 255 + alpha / 2) / alpha);
+            texels[static_cast<size_t>(row) * (width + 1) + column] =
+                alpha << 24 | grey * 0x010101u;
+        }
+    return texels;
+}
+
 } // namespace
 
 CDrawGlyphCache::CDrawGlyphCache(CDrawAtlasPages& pages)
@@ -91,6 +119,7 @@ void CDrawGlyphCache::Clear()
         g_object_unref(font.first);
     m_mapFonts.clear();
     m_mapGlyphs.clear();
+    m_mapShadowed.clear();
     m_allocator.Clear();
 }
 
@@ -117,6 +146,22 @@ const DrawGlyph* CDrawGlyphCache::Get(PangoFont* font, PangoGlyph glyph)
     return &m_mapGlyphs.emplace(key, result).first->second;
 }
 
+const DrawGlyph* CDrawGlyphCache::GetShadowed(const DrawAtlas& page, int x, int y, int width,
+                                              int height)
+{
+    const uint64_t key = uint64_t(page.id) << 40 | uint64_t(uint32_t(x)) << 20 | uint32_t(y);
+    const auto found = m_mapShadowed.find(key);
+    if (found != m_mapShadowed.end())
+        return &found->second;
+    const std::vector<uint32_t> texels = ShadowedTexels(page, x, y, width, height);
+    DrawGlyph result;
+    result.width = width + 1;
+    result.height = height + 1;
+    if (!Store(texels, result))
+        return nullptr;
+    return &m_mapShadowed.emplace(key, result).first->second;
+}
+
 // The bitmap covers the glyph's ink rectangle rounded out to whole pixels, plus a pixel on each
 // side for antialiasing.
 bool CDrawGlyphCache::Rasterise(PangoFont* font, PangoGlyph glyph, DrawGlyph& result)
@@ -139,8 +184,12 @@ bool CDrawGlyphCache::Rasterise(PangoFont* font, PangoGlyph glyph, DrawGlyph& re
     bool empty = true;
     ReadTexels(image, texels, result.colour, empty);
     cairo_surface_destroy(image);
-    if (empty)
-        return true;
+    return empty || Store(texels, result);
+}
+
+// Puts the bitmap of result.width x result.height texels on a page; false when none has room.
+bool CDrawGlyphCache::Store(const std::vector<uint32_t>& texels, DrawGlyph& result)
+{
     // A gap of one texel to the next glyph keeps linear filtering from mixing them.
     AtlasPlace place;
     if (!m_allocator.Place(result.width + 1, result.height + 1, place))

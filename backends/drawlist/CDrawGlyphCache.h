@@ -46,6 +46,12 @@ public:
 
     // The glyph of the font, rasterised on first use; null when the pages are full.
     const DrawGlyph* Get(PangoFont* font, PangoGlyph glyph);
+    // The texels [x, x + width) x [y, y + height) of a glyph on its page (white, the alpha its
+    // coverage) over their black shadow one texel down and right, as one bitmap a texel wider
+    // and taller: drawn in an opaque colour, it shows what the shadow and then the glyph would
+    // (straight alpha: the texel's alpha is the two coverages over each other, its grey the
+    // glyph's share of it). Made on first use; null when the pages are full.
+    const DrawGlyph* GetShadowed(const DrawAtlas& page, int x, int y, int width, int height);
     // Forgets every glyph and gives the pages back.
     void Clear();
     bool IsOverBudget() const { return m_allocator.GetPageCount() > kPageBudget; }
@@ -55,10 +61,12 @@ public:
 private:
     uint64_t KeyOf(PangoFont* font, PangoGlyph glyph);
     bool Rasterise(PangoFont* font, PangoGlyph glyph, DrawGlyph& result);
+    bool Store(const std::vector<uint32_t>& texels, DrawGlyph& result);
 
     CDrawAtlasAllocator m_allocator;
-    std::unordered_map<PangoFont*, uint32_t> m_mapFonts; // a reference held on each
-    std::unordered_map<uint64_t, DrawGlyph> m_mapGlyphs; // by font index and glyph
+    std::unordered_map<PangoFont*, uint32_t> m_mapFonts;   // a reference held on each
+    std::unordered_map<uint64_t, DrawGlyph> m_mapGlyphs;   // by font index and glyph
+    std::unordered_map<uint64_t, DrawGlyph> m_mapShadowed; // by page and place of the glyph
 };
 
 } // namespace QzPlatform

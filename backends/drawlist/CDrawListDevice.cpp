@@ -28,6 +28,8 @@ int ClampInt(int64_t value, int low, int high)
     return static_cast<int>(std::min<int64_t>(std::max<int64_t>(value, low), high));
 }
 
+const uint32_t kBlackShadow = 0xFF000000;
+
 bool IsInvisible(uint32_t argb)
 {
     return (argb >> 24) == 0;
@@ -310,7 +312,9 @@ void CDrawListDevice::DrawTexture(TextureId texture, const RectI& source, int x,
                               (uint32_t(alpha) << 24) | 0x00FFFFFFu);
 }
 
-// The shadow goes first, one pixel down and right; both draw the same cached quads.
+// The shadow goes first, one pixel down and right; both draw the same cached quads. An opaque
+// text over a black shadow, the captions' look, is one quad a glyph: the glyph's bitmap over its
+// shadow.
 void CDrawListDevice::DrawText(int x, int y, const std::string& utf8, const FontSpec& font,
                                uint32_t argb, uint32_t shadowArgb)
 {
@@ -320,6 +324,14 @@ void CDrawListDevice::DrawText(int x, int y, const std::string& utf8, const Font
     const bool shadow = !IsInvisible(shadowArgb);
     if (utf8.empty() || (IsInvisible(argb) && !shadow))
         return;
+    const DrawQuadRun* shadowed = shadowArgb == kBlackShadow && (argb >> 24) == 0xFF
+                                      ? m_pImpl->text.GetShadowedQuads(utf8, font)
+                                      : nullptr;
+    if (shadowed != nullptr)
+    {
+        m_pImpl->AddText(x, y, *shadowed, argb);
+        return;
+    }
     const DrawQuadRun& quads = m_pImpl->text.GetQuads(utf8, font);
     if (shadow)
         m_pImpl->AddText(int64_t(x) + 1, int64_t(y) + 1, quads, shadowArgb);

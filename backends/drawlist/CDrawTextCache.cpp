@@ -38,6 +38,44 @@ size_t HashKey(const std::string& text, const std::string& face, int size)
                    (hash << 6));
 }
 
+uint32_t CoverageAt(const DrawQuad& quad, int x, int y)
+{
+    const DrawAtlas& page = *quad.page;
+    const size_t row = size_t(int(quad.ty0) + y - int(quad.y0));
+    return page.texels[row * page.width + size_t(int(quad.tx0) + x - int(quad.x0))] >> 24;
+}
+
+// Whether the shadow of `glyph` (one pixel down and right) covers any ink of `below`.
+bool ShadowOnInk(const DrawQuad& glyph, const DrawQuad& below)
+{
+    const int left = std::max(int(glyph.x0) + 1, int(below.x0));
+    const int right = std::min(int(glyph.x1) + 1, int(below.x1));
+    const int top = std::max(int(glyph.y0) + 1, int(below.y0));
+    const int bottom = std::min(int(glyph.y1) + 1, int(below.y1));
+    for (int y = top; y < bottom; ++y)
+        for (int x = left; x < right; ++x)
+            if (CoverageAt(below, x, y) != 0 && CoverageAt(glyph, x - 1, y - 1) != 0)
+                return true;
+    return false;
+}
+
+// Whether drawing each glyph over its own shadow in turn shows what drawing every shadow and
+// then every glyph shows: shadows over shadows are the same in any order, a glyph over an
+// earlier shadow the same in both, but a shadow over an earlier glyph's ink is not. Colour
+// glyphs keep their colours and cannot be drawn so.
+bool ShadowsStayUnder(const std::vector<DrawQuad>& quads)
+{
+    for (size_t later = 0; later < quads.size(); ++later)
+    {
+        if (quads[later].colour)
+            return false;
+        for (size_t earlier = 0; earlier < later; ++earlier)
+            if (ShadowOnInk(quads[later], quads[earlier]))
+                return false;
+    }
+    return true;
+}
+
 } // namespace
 
 CDrawTextCache::CDrawTextCache(CDrawGlyphCache& glyphs, size_t capacity)
@@ -65,13 +103,56 @@ SizeI CDrawTextCache::Measure(const std::string& utf8, const FontSpec& font)
 
 const DrawQuadRun& CDrawTextCache::GetQuads(const std::string& utf8, const FontSpec& font)
 {
-    Entry& entry = Acquire(utf8, font);
+    return QuadsOf(Acquire(utf8, font));
+}
+
+const DrawQuadRun& CDrawTextCache::QuadsOf(Entry& entry)
+{
     if (!entry.hasQuads)
     {
         Lay(entry, true);
         entry.quads.Seal();
     }
     return entry.quads;
+}
+
+const DrawQuadRun* CDrawTextCache::GetShadowedQuads(const std::string& utf8, const FontSpec& font)
+{
+    Entry& entry = Acquire(utf8, font);
+    QuadsOf(entry);
+    if (entry.hasQuads && entry.shadowed == Shadowed::kUnknown)
+        BuildShadowed(entry);
+    return entry.shadowed == Shadowed::kReady ? &entry.shadowedQuads : nullptr;
+}
+
+// A glyph without room on the pages leaves the entry unknown: it is tried again next time.
+void CDrawTextCache::BuildShadowed(Entry& entry)
+{
+    const std::vector<DrawQuad>& quads = entry.quads.quads;
+    if (quads.size() > kMaxShadowedQuads || !ShadowsStayUnder(quads))
+    {
+        entry.shadowed = Shadowed::kRefused;
+        return;
+    }
+    DrawQuadRun& shadowed = entry.shadowedQuads;
+    shadowed.Clear();
+    for (const DrawQuad& quad : quads)
+    {
+        const DrawGlyph* glyph =
+            m_glyphs.GetShadowed(*quad.page, int(quad.tx0), int(quad.ty0), int(quad.tx1 - quad.tx0),
+                                 int(quad.ty1 - quad.ty0));
+        if (glyph == nullptr)
+        {
+            shadowed.Clear();
+            return;
+        }
+        shadowed.quads.push_back(DrawQuad{glyph->page, quad.x0, quad.y0, quad.x1 + 1.0f,
+                                          quad.y1 + 1.0f, float(glyph->x), float(glyph->y),
+                                          float(glyph->x + glyph->width),
+                                          float(glyph->y + glyph->height), false});
+    }
+    shadowed.Seal();
+    entry.shadowed = Shadowed::kReady;
 }
 
 // One line of printable ASCII is laid out pair by pair; other text, and ASCII the font does not
@@ -117,6 +198,8 @@ CDrawTextCache::Entry& CDrawTextCache::Acquire(const std::string& utf8, const Fo
     entry.measured = false;
     entry.hasQuads = false;
     entry.quads.Clear();
+    entry.shadowed = Shadowed::kUnknown;
+    entry.shadowedQuads.Clear();
     Index(index);
     PushNewest(index);
     return entry;
@@ -266,6 +349,8 @@ void CDrawTextCache::ForgetQuads()
     {
         entry.hasQuads = false;
         entry.quads.Clear();
+        entry.shadowed = Shadowed::kUnknown;
+        entry.shadowedQuads.Clear();
     }
 }
 

@@ -26,6 +26,7 @@ class CDrawTextCache
 public:
     static const char* const kDefaultFace; // "Sans"
     static constexpr int kMaxFontSize = 512;
+    static constexpr size_t kMaxShadowedQuads = 256;
 
     // The least recently used text goes when the cache is full. Texts asked for in a cycle
     // longer than the capacity all miss (with 2,048 entries, the labels of a screen that counted
@@ -43,6 +44,13 @@ public:
     // call of the cache.
     const DrawQuadRun& GetQuads(const std::string& utf8, const FontSpec& font);
 
+    // The text's quads drawn over its black shadow, one a glyph (CDrawGlyphCache::GetShadowed),
+    // for an opaque colour; null when that would not show what the shadow and then the text
+    // show: a colour glyph, a glyph's shadow falling on the ink of a glyph before it, a text of
+    // more than kMaxShadowedQuads glyphs (not checked), or no room left on the glyph pages.
+    // Valid until the next call of the cache.
+    const DrawQuadRun* GetShadowedQuads(const std::string& utf8, const FontSpec& font);
+
     // Drops the glyph quads (the glyph pages are starting again) but keeps the sizes.
     void ForgetQuads();
     void Clear();
@@ -54,6 +62,13 @@ public:
 private:
     static constexpr uint32_t kNone = UINT32_MAX;
 
+    enum class Shadowed : uint8_t
+    {
+        kUnknown,
+        kReady,
+        kRefused,
+    };
+
     struct Entry
     {
         size_t hash = 0;
@@ -64,6 +79,8 @@ private:
         bool measured = false;
         bool hasQuads = false;
         DrawQuadRun quads;
+        Shadowed shadowed = Shadowed::kUnknown;
+        DrawQuadRun shadowedQuads;
         uint32_t newer = kNone;
         uint32_t older = kNone;
     };
@@ -77,6 +94,9 @@ private:
     };
 
     Entry& Acquire(const std::string& utf8, const FontSpec& font);
+    // The entry's quads, laid out when they are not yet.
+    const DrawQuadRun& QuadsOf(Entry& entry);
+    void BuildShadowed(Entry& entry);
     uint32_t Find(size_t hash, const std::string& text, const std::string& face, int size) const;
     size_t HomeOf(size_t hash) const { return hash & (m_vecSlots.size() - 1); }
     static uint32_t TagOf(size_t hash) { return static_cast<uint32_t>(uint64_t(hash) >> 32); }

@@ -145,17 +145,66 @@ TEST_F(DrawListText, EachGlyphIsRasterisedOnceAndCaptionsAreCached)
     }
 }
 
-TEST_F(DrawListText, ShadowsAndFillsShareTheTextCommand)
+// An opaque text over a black shadow (the captions' look) is one quad a glyph; any other text
+// draws its shadow's quads first. Either way fills and glyphs share one command.
+TEST_F(DrawListText, ACaptionOverABlackShadowIsOneQuadAGlyph)
 {
-    device.FillRect(0, 0, 50, 20, 0xFF000080);
-    device.DrawText(2, 2, "Ok", kFont, 0xFFFFFFFF, 0xFF000000);
-    device.StrokeRect(0, 0, 50, 20, 0xFFFFFFFF);
-    device.DrawText(60, 2, "Ok", kFont, 0xFFFFFFFF, 0);
-    const DrawList& list = List();
-    ASSERT_EQ(1u, list.commands.size());
-    EXPECT_EQ((1 + 2 + 2 + 4 + 2) * 6u, list.commands[0].indexCount);
-    EXPECT_EQ(0xFF000000u, list.vertices[4].argb); // the shadow first
-    EXPECT_EQ(list.vertices[12].x + 1, list.vertices[4].x);
+    const struct
+    {
+        uint32_t argb, shadow;
+        size_t quads;
+    } cases[] = {
+        {0xFFFFFFFF, 0xFF000000, 2}, {0xFF20C040, 0xFF000000, 2}, {0xFFFFFFFF, 0, 2},
+        {0xC0FFFFFF, 0xFF000000, 4}, {0xFFFFFFFF, 0xFF101010, 4}, {0xFFFFFFFF, 0x80000000, 4},
+    };
+    for (const auto& test : cases)
+    {
+        device.BeginFrame();
+        device.FillRect(0, 0, 50, 20, 0xFF000080);
+        device.DrawText(2, 2, "Ok", kFont, test.argb, test.shadow);
+        const DrawList& list = List();
+        ASSERT_EQ(1u, list.commands.size());
+        ASSERT_EQ((1 + test.quads) * 4, list.vertices.size()) << std::hex << test.argb;
+        EXPECT_EQ(test.quads == 4 ? test.shadow : test.argb, list.vertices[4].argb);
+        EXPECT_EQ(test.argb, list.vertices.back().argb);
+    }
+}
+
+// Each glyph over its own shadow shows what every shadow and then every glyph show: texts whose
+// shadows would fall on the ink of a glyph before them are drawn the long way, and the rest
+// within a step of rounding.
+TEST_F(DrawListText, OneQuadAGlyphShowsWhatTheShadowAndThenTheTextShow)
+{
+    const uint32_t background = 0xFF607080;
+    const struct
+    {
+        const char* text;
+        FontSpec font;
+    } cases[] = {
+        {"Button Check Lbl 12:34", kFont},
+        {"AVATAR To Wy", {"Serif", 22}},
+        {"ff fj jj yj \\//", {"Serif Italic", 20}},
+        {"你好 二行", kFont},
+        // Combining marks lie on the letter before them: their shadows fall on its ink.
+        {"e\xCC\x81 a\xCC\x81\xCC\x81 o\xCC\xB2\xCC\xB2 i\xCC\x83\xCC\x84", kFont},
+    };
+    QzPlatform::CDrawListDevice twice(200, 60);
+    for (const auto& test : cases)
+    {
+        device.BeginFrame();
+        device.DrawText(3, 5, test.text, test.font, 0xFFFFE080, 0xFF000000);
+        device.EndFrame();
+        twice.BeginFrame();
+        twice.DrawText(4, 6, test.text, test.font, 0xFF000000, 0);
+        twice.DrawText(3, 5, test.text, test.font, 0xFFFFE080, 0);
+        twice.EndFrame();
+        const QzTest::ListRaster once(device, background);
+        const QzTest::ListRaster reference(twice, background);
+        for (int y = 0; y < 60; ++y)
+            for (int x = 0; x < 200; ++x)
+                ASSERT_LE(QzTest::ChannelDistance(once.At(x, y), reference.At(x, y)), 1)
+                    << test.text << " at " << x << "," << y;
+    }
 }
 
 TEST_F(DrawListText, HostileTextAddsNothingOrWhatCairoShows)

@@ -81,9 +81,11 @@ inline std::filesystem::path& DataRoot()
 }
 
 // Once per process, from LLVMFuzzerInitialize: memory files, the quiet sinks, a fixed log
-// time, the device.
+// time, the device, and kept look digests checked against the controls every frame (a change
+// that does not forget the digest stops the program, a finding).
 inline void Setup()
 {
+    setenv("QZGUI_CHECK_LOOKS", "1", 1);
     static CQuietSinks sinks;
     static CFuzzDevice device;
     QzPlatform::SetRenderDevice(&device);

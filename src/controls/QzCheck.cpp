@@ -87,9 +87,9 @@ WORD CQzCheck::UpdateState()
     if (!m_bHoverLook || !IsWindowEnabled())
         return m_wState;
     if (m_bMouseIn)
-        m_wState = m_bCheck ? QZ_STATE_HOVER_CHECKED : kHoverUnchecked;
+        SetState(m_bCheck ? QZ_STATE_HOVER_CHECKED : kHoverUnchecked);
     else
-        m_wState = m_bCheck ? QZ_STATE_PRESSED : QZ_STATE_NORMAL;
+        SetState(m_bCheck ? QZ_STATE_PRESSED : QZ_STATE_NORMAL);
     return m_wState;
 }
 

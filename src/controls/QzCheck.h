@@ -24,7 +24,11 @@ public:
     WORD UpdateState() override;
 
     // New virtual operation.
-    virtual void SetHoverLook(bool bHoverLook) { m_bHoverLook = bHoverLook; }
+    virtual void SetHoverLook(bool bHoverLook)
+    {
+        m_bHoverLook = bHoverLook;
+        ForgetLook();
+    }
     bool HasHoverLook() const { return m_bHoverLook; }
 
 private:

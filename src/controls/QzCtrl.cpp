@@ -20,6 +20,8 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <typeinfo>
 #include <vector>
@@ -173,6 +175,7 @@ BOOL CQzCtrl::LoadWndInfo()
     const IQzGuiWndInfo* pInfo = m_pWndInfo;
     if (!pInfo)
         return 1;
+    ForgetLook();
     m_strFont = pInfo->GetFont() ? pInfo->GetFont() : "";
     m_dwTextColor = pInfo->TestFlag(WNDINFO_FLAG_FONTCOLOR) ? pInfo->GetFontColor() : 0xFFFFFFFF;
     if (pInfo->TestFlag(WNDINFO_FLAG_FONTSIZE))
@@ -275,7 +278,7 @@ void CQzCtrl::ShowTip()
 
 CQzCtrl* CQzCtrl::SetCtrlState(WORD wState)
 {
-    m_wState = wState;
+    SetState(wState);
     return this;
 }
 
@@ -286,11 +289,11 @@ WORD CQzCtrl::UpdateState()
     if (m_bMouseIn)
     {
         if (m_wState != QZ_STATE_DISABLED && !m_bCheck && m_wState != QZ_STATE_PRESSED)
-            m_wState = QZ_STATE_HOVER;
+            SetState(QZ_STATE_HOVER);
     }
     else if (m_wState == QZ_STATE_HOVER && !m_bCheck)
     {
-        m_wState = QZ_STATE_NORMAL;
+        SetState(QZ_STATE_NORMAL);
     }
     return m_wState;
 }
@@ -298,15 +301,12 @@ WORD CQzCtrl::UpdateState()
 void CQzCtrl::SetCheck(BOOL bCheck)
 {
     m_bCheck = bCheck;
-    m_wState = bCheck ? QZ_STATE_PRESSED : QZ_STATE_NORMAL;
+    SetState(bCheck ? QZ_STATE_PRESSED : QZ_STATE_NORMAL);
 }
 
 BOOL CQzCtrl::EnableWindow(BOOL bEnable)
 {
-    if (!bEnable)
-        m_wState = QZ_STATE_DISABLED;
-    else
-        m_wState = m_bCheck ? QZ_STATE_PRESSED : QZ_STATE_NORMAL;
+    SetState(!bEnable ? QZ_STATE_DISABLED : m_bCheck ? QZ_STATE_PRESSED : QZ_STATE_NORMAL);
     return CQzBaseWindow::EnableWindow(bEnable);
 }
 
@@ -316,12 +316,15 @@ BOOL CQzCtrl::EnableWindow(BOOL bEnable)
 void CQzCtrl::SetFontSize(WORD wWidth, WORD wHeight)
 {
     m_sizeFont = {wWidth, wHeight};
+    ForgetLook();
 }
 
 void CQzCtrl::SetTextOffset(const POINT* pOffset)
 {
-    if (pOffset)
-        m_ptTextOffset = *pOffset;
+    if (!pOffset)
+        return;
+    m_ptTextOffset = *pOffset;
+    ForgetLook();
 }
 
 void CQzCtrl::SetWindowText(const char* pszText)
@@ -329,6 +332,7 @@ void CQzCtrl::SetWindowText(const char* pszText)
     if (!pszText)
         return;
     m_strText = pszText;
+    ForgetLook();
     if (m_nMaxTextLen > 0)
         m_strText = CutBytes(m_strText, static_cast<size_t>(m_nMaxTextLen));
     if (m_pWndInfo)
@@ -339,6 +343,7 @@ void CQzCtrl::SetTextRaw(const char* pszText)
 {
     const QzPlatform::CQzString text(pszText);
     m_strText = text.c_str();
+    ForgetLook();
 }
 
 void CQzCtrl::InflateWindow(int n)
@@ -449,7 +454,55 @@ bool IsCaptionLook(const std::type_info& type)
     return &type == &typeid(CQzButton) || &type == &typeid(CQzStatic) || &type == &typeid(CQzCheck);
 }
 
+// Kept for a control whose look has no digest, so that it is not worked out every frame either.
+constexpr uint64_t kNoLook = ~uint64_t(0);
+
+bool ChecksKeptLooks()
+{
+    static const bool bCheck = std::getenv("QZGUI_CHECK_LOOKS") != nullptr;
+    return bCheck;
+}
+
 } // namespace
+
+uint64_t CQzCtrl::LookOf(CQzBaseWindow& window, uint32_t nEpoch)
+{
+    const std::type_info& type = typeid(window);
+    if (!IsCaptionLook(type) && &type != &typeid(CQzSlider))
+        return 0;
+    const uint64_t look = static_cast<CQzCtrl&>(window).KeptLook();
+    if (look == kNoLook)
+        return 0;
+    CQzLookHash hash;
+    hash.Add(look);
+    hash.Add(nEpoch);
+    return hash.Get();
+}
+
+uint64_t CQzCtrl::KeptLook()
+{
+    if (m_nKeptLook == 0)
+    {
+        const uint64_t look = LookDigestOf(*this);
+        m_nKeptLook = look != 0 ? look : kNoLook;
+    }
+    else if (ChecksKeptLooks())
+    {
+        CheckKeptLook();
+    }
+    return m_nKeptLook;
+}
+
+void CQzCtrl::CheckKeptLook() const
+{
+    const uint64_t look = LookDigestOf(*this);
+    if ((look != 0 ? look : kNoLook) == m_nKeptLook)
+        return;
+    std::fprintf(stderr,
+                 "QzGui: the look of a %s (control %u) changed and its kept digest did not\n",
+                 typeid(*this).name(), static_cast<unsigned>(GetId()));
+    std::abort();
+}
 
 uint64_t CQzCtrl::LookDigestOf(const CQzBaseWindow& window)
 {
@@ -535,6 +588,7 @@ LRESULT CQzCtrl::WindowProc(UINT message, WPARAM wParam, LPARAM lParam)
         {
             OnMouseEnter();
             m_bMouseIn = true;
+            ForgetLook();
         }
         OnMouseMove(nFlags, point);
         return CQzBaseWindow::WindowProc(message, wParam, lParam);
@@ -563,13 +617,13 @@ void CQzCtrl::OnLButtonDown(UINT, POINT)
 {
     PlayClickSound();
     if (m_wState != QZ_STATE_DISABLED)
-        m_wState = QZ_STATE_PRESSED;
+        SetState(QZ_STATE_PRESSED);
 }
 
 void CQzCtrl::OnLButtonUp(UINT, POINT)
 {
     if (m_wState == QZ_STATE_PRESSED && !m_bCheck)
-        m_wState = QZ_STATE_NORMAL;
+        SetState(QZ_STATE_NORMAL);
 }
 
 void CQzCtrl::PlayClickSound()

@@ -68,6 +68,7 @@ BOOL CQzSlider::LoadWndInfo()
     if (!m_pWndInfo)
         return 1;
     m_nBtnLenH = 0;
+    ForgetLook();
     const char* pszLength = m_pWndInfo->GetExtraValue("SliderBtnLen");
     if (!pszLength)
         return 1;
@@ -82,6 +83,7 @@ void CQzSlider::PreSetParam(WORD wRange, DWORD nStyle)
 {
     m_wRange = wRange;
     m_nStyle = nStyle;
+    ForgetLook();
     m_bPreSetParam = 1;
 }
 
@@ -123,6 +125,7 @@ void CQzSlider::SetValue(int nValue, BOOL bNotify)
     m_nThumbPos = 0;
     if (m_wRange != 0 && nTrack > 0)
         m_nThumbPos = static_cast<int>(nClamped * nTrack / m_wRange);
+    ForgetLook();
     if (bNotify)
         Notify(QZ_SLIDER_SET);
 }
@@ -141,6 +144,7 @@ int CQzSlider::GetValue() const
 void CQzSlider::PlaceThumb(int64_t nPos)
 {
     m_nThumbPos = ToInt(std::clamp<int64_t>(nPos, 0, GetTrackLength()));
+    ForgetLook();
 }
 
 // ---------------------------------------------------------------------------------------------
@@ -251,6 +255,8 @@ void CQzSlider::DrawThumb()
     int nFrameWidth = 0;
     int nFrameHeight = 0;
     handle.GetFrameSize(nFrame, nFrameWidth, nFrameHeight);
+    if (m_nBtnLenH == 0 || m_nBtnLenV == 0)
+        ForgetLook();
     if (m_nBtnLenH == 0)
         m_nBtnLenH = nFrameWidth;
     else if (m_nBtnLenV == 0)

@@ -125,6 +125,7 @@ CQzBaseWindow& CQzBaseWindow::operator=(const CQzBaseWindow& other)
 // those.
 void CQzBaseWindow::CopyValues(const CQzBaseWindow& other)
 {
+    ForgetLook();
     m_pQzGuiMgr = other.m_pQzGuiMgr;
     m_bMouseIn = other.m_bMouseIn;
     m_bShowBack = other.m_bShowBack;
@@ -162,6 +163,7 @@ void CQzBaseWindow::CopyValues(const CQzBaseWindow& other)
 // own copy of a region the source owns (a region the host set stays shared, as the host's).
 void CQzBaseWindow::CopyResources(const CQzBaseWindow& other)
 {
+    ForgetLook();
     if (other.m_pBackEffect)
         m_pBackEffect = new CGui3DEffect(*other.m_pBackEffect);
     if (other.m_pFrontEffect)
@@ -184,6 +186,7 @@ void CQzBaseWindow::CopyResources(const CQzBaseWindow& other)
 
 void CQzBaseWindow::ReleaseResources()
 {
+    ForgetLook();
     delete std::exchange(m_pBackEffect, nullptr);
     delete std::exchange(m_pFrontEffect, nullptr);
     if (m_pBackBitmap)
@@ -285,6 +288,7 @@ BOOL CQzBaseWindow::LoadWndInfo()
             "Dialog or Control error!!!", kSource, kLineNoRecord,
             {QzPlatform::LogInt("wnd_id", m_nId), QzPlatform::LogInt("parent_id", nLookUpParent)});
         m_bFrameMode = 1;
+        ForgetLook();
         return 1;
     }
     ApplyRecord(m_pWndInfo);
@@ -293,6 +297,7 @@ BOOL CQzBaseWindow::LoadWndInfo()
 
 void CQzBaseWindow::ApplyRecord(IQzGuiWndInfo* pInfo)
 {
+    ForgetLook();
     m_bFrameMode = 0;
     const int x = static_cast<int16_t>(pInfo->GetX());
     const int y = static_cast<int16_t>(pInfo->GetY());
@@ -321,6 +326,7 @@ void CQzBaseWindow::ApplyExtras(IQzGuiWndInfo* pInfo)
     m_rcAniOffset = {0, 0, 0, 0};
     ParseAniOffset(pInfo->GetExtraValue("AniOffset"), m_rcAniOffset);
     m_bDisable = IntegerValue(pInfo->GetExtraValue("IsDisable"));
+    ForgetLook();
 }
 
 void CQzBaseWindow::LoadBackFile(const char* pszFile)
@@ -331,6 +337,7 @@ void CQzBaseWindow::LoadBackFile(const char* pszFile)
         m_pBackBitmap->Release();
     m_pBackBitmap = MyBitmapCreate(pszFile);
     m_strBackFile = pszFile;
+    ForgetLook();
 }
 
 // The region table's region for the record's identifiers; the window owns what it gets.
@@ -374,6 +381,7 @@ void CQzBaseWindow::SetOwnAniName(const char* pszName)
 {
     m_strAniName = pszName ? pszName : "";
     m_aniRef = {};
+    ForgetLook();
 }
 
 // A section of the control file, kept alive as every look-up does. The window's own section is
@@ -398,6 +406,7 @@ const char* CQzBaseWindow::GetAniName()
 void CQzBaseWindow::SetFrameMode(BOOL bFrameMode)
 {
     m_bFrameMode = bFrameMode;
+    ForgetLook();
 }
 
 void CQzBaseWindow::SetCursorName(const char* pszName)
@@ -409,6 +418,7 @@ void CQzBaseWindow::SetFramePicOffset(int x, int y, int nFrame)
 {
     m_ptPicOffset = {x, y};
     m_nOffsetFrame = nFrame;
+    ForgetLook();
 }
 
 void CQzBaseWindow::SetBackBitmap(const char* pszFile)
@@ -416,6 +426,7 @@ void CQzBaseWindow::SetBackBitmap(const char* pszFile)
     if (!pszFile)
         return;
     m_nBackType = QZ_BACK_BITMAP;
+    ForgetLook();
     LoadBackFile(pszFile);
 }
 
@@ -441,6 +452,7 @@ void CQzBaseWindow::PlaceAbsolute(int x, int y, int nWidth, int nHeight)
     const bool bSized = nWidth != GetWidth() || nHeight != GetHeight();
     const bool bMoved = x != m_rcWindow.left || y != m_rcWindow.top;
     m_rcWindow = {x, y, x + nWidth, y + nHeight};
+    ForgetLook();
     if (bSized)
         SendMessage(WM_SIZE, static_cast<WPARAM>(nWidth), static_cast<LPARAM>(nHeight));
     if (bMoved)
@@ -601,6 +613,7 @@ BOOL CQzBaseWindow::EnableWindow(BOOL bEnable)
     if (m_bEnable == bNew)
         return m_bEnable;
     m_bEnable = bNew;
+    ForgetLook();
     if (!bNew)
     {
         ReleaseCaptureIfHeld();
@@ -703,6 +716,7 @@ BOOL CQzBaseWindow::CheckMouseLeave()
     {
         OnMouseLeave();
         m_bMouseIn = false;
+        ForgetLook();
     }
     if (IsDebugDraw())
     {
@@ -735,9 +749,8 @@ bool CQzBaseWindow::IsDebugDraw() const
 
 bool CQzBaseWindow::AddBackLook(CQzLookHash& hash) const
 {
-    if (m_pBackBitmap || m_nBackType == QZ_BACK_GROUP || m_pBackEffect || IsDebugDraw())
+    if (m_pBackBitmap || m_nBackType == QZ_BACK_GROUP || m_pBackEffect)
         return false;
-    hash.Add(QzPlatform::CTableDataSet::Instance().GetEpoch());
     hash.Add(m_rcWindow);
     hash.Add(m_strAniName);
     hash.Add(m_ptPicOffset);
@@ -795,6 +808,7 @@ DWORD CQzBaseWindow::SetTimer(DWORD nId, DWORD nElapse, const void* pData)
     if (pData)
         std::memcpy(entry.data, pData, sizeof(entry.data));
     m_lstTimer.push_back(entry);
+    ForgetLook();
     return nId;
 }
 
@@ -805,6 +819,7 @@ BOOL CQzBaseWindow::KillTimer(DWORD nId)
     if (it == m_lstTimer.end())
         return FALSE;
     m_lstTimer.erase(it);
+    ForgetLook();
     return TRUE;
 }
 
@@ -868,6 +883,7 @@ void CQzBaseWindow::LoadFrontEffect(const char* pszName, bool bPlay, bool bFit)
         return;
     if (!m_pFrontEffect)
         m_pFrontEffect = new CGui3DEffect;
+    ForgetLook();
     LoadEffect(m_pFrontEffect, pszName, bPlay, bFit);
 }
 
@@ -877,6 +893,7 @@ void CQzBaseWindow::LoadBackEffect(const char* pszName, bool bPlay, bool bFit)
         return;
     if (!m_pBackEffect)
         m_pBackEffect = new CGui3DEffect;
+    ForgetLook();
     LoadEffect(m_pBackEffect, pszName, bPlay, bFit);
 }
 

@@ -149,20 +149,48 @@ public:
     BOOL IsWindowVisible() const { return m_bVisible && !m_bDisable; }
     BOOL IsWindowEnabled() const { return m_bEnable && !m_bDisable; }
     BOOL IsDisable() const { return m_bDisable; }
-    void SetState(WORD wState) { m_wState = wState; }
+    void SetState(WORD wState)
+    {
+        m_wState = wState;
+        ForgetLook();
+    }
     WORD GetState() const { return m_wState; }
-    void SetAlpha(BYTE byAlpha) { m_byAlpha = byAlpha; }
+    void SetAlpha(BYTE byAlpha)
+    {
+        m_byAlpha = byAlpha;
+        ForgetLook();
+    }
     BYTE GetAlpha() const { return m_byAlpha; }
-    void SetShowBack(bool bShow) { m_bShowBack = bShow; }
+    void SetShowBack(bool bShow)
+    {
+        m_bShowBack = bShow;
+        ForgetLook();
+    }
 
     // Background.
-    void SetBackType(DWORD nType) { m_nBackType = nType; }
+    void SetBackType(DWORD nType)
+    {
+        m_nBackType = nType;
+        ForgetLook();
+    }
     DWORD GetBackType() const { return m_nBackType; }
     void SetBackBitmap(const char* pszFile);
-    void SetPicOffset(int x, int y) { m_ptPicOffset = {x, y}; }
-    void SetPicOffset2(int x, int y) { m_ptPicOffset2 = {x, y}; }
+    void SetPicOffset(int x, int y)
+    {
+        m_ptPicOffset = {x, y};
+        ForgetLook();
+    }
+    void SetPicOffset2(int x, int y)
+    {
+        m_ptPicOffset2 = {x, y};
+        ForgetLook();
+    }
     void SetFramePicOffset(int x, int y, int nFrame);
-    void SetAniOffset(const RECT& rc) { m_rcAniOffset = rc; }
+    void SetAniOffset(const RECT& rc)
+    {
+        m_rcAniOffset = rc;
+        ForgetLook();
+    }
     RECT GetAniOffset() const { return m_rcAniOffset; }
     POINT GetPicOffset() const { return m_ptPicOffset; }
     BOOL GetFrameMode() const { return m_bFrameMode; }
@@ -183,7 +211,11 @@ public:
     DWORD SetTimer(DWORD nId, DWORD nElapse, const void* pData = nullptr);
     BOOL KillTimer(DWORD nId);
     BOOL HasTimer(DWORD nId) const;
-    void KillAllTimers() { m_lstTimer.clear(); }
+    void KillAllTimers()
+    {
+        m_lstTimer.clear();
+        ForgetLook();
+    }
     void ProcessTimers();
 
     // Values for the host.
@@ -208,11 +240,15 @@ protected:
     bool IsInfoWanted();
     BOOL HitMask(int x, int y);
     bool IsDebugDraw() const;
-    // Adds what DrawBack reads to a look digest (the data set's epoch, which follows the
-    // section, the rectangle, the section, its offsets, the state, alpha and the back's flags).
-    // False when the back is drawn every frame: a bitmap or a group's pieces (objects of their
-    // own), an effect (it moves on its own), debug mode (it outlines the window under the mouse).
+    // Adds what DrawBack reads of the window to a look digest (the rectangle, the section, its
+    // offsets, the state, alpha and the back's flags; the data set's epoch, which follows the
+    // section's contents, and debug mode, which outlines the window under the mouse, are the
+    // caller's). False when the back is drawn every frame: a bitmap or a group's pieces (objects
+    // of their own), an effect (it moves on its own).
     bool AddBackLook(CQzLookHash& hash) const;
+    // What a look digest covers changed: the digest kept is worked out again (see
+    // CQzCtrl::LookOf).
+    void ForgetLook() { m_nKeptLook = 0; }
     void DrawTextured();
     // A section of the control file by name (null: none); the window's own section
     // (m_strAniName) is found by name only after a reload or purge of the data set.
@@ -244,6 +280,8 @@ protected:
     HRGN m_hRgn = nullptr;
     CQzBaseWindow* m_pParent = nullptr;
     IMyBitmap* m_pBackBitmap = nullptr;
+    // The look digest of the window's own fields, kept while none of them changes (0: none kept).
+    uint64_t m_nKeptLook = 0;
     RECT m_rcAniOffset = {0, 0, 0, 0};
     RECT m_rcWindow = {0, 0, 0, 0};
     RECT m_rcLocal = {0, 0, 0, 0};

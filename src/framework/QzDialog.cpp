@@ -6,6 +6,7 @@
 #include "layout/IQzGuiWndInfo.h"
 #include "layout/QzExtraValue.h"
 #include "platform/render/IRenderDevice.h"
+#include "platform/render/TableDataSet.h"
 #include "platform/services/QzAssert.h"
 #include "platform/services/QzText.h"
 
@@ -816,8 +817,11 @@ bool CQzDialog::HasStockBack() const
 
 uint64_t CQzDialog::BackLook() const
 {
+    if (!HasStockBack() || IsDebugDraw())
+        return 0;
     CQzLookHash hash;
-    return HasStockBack() && AddBackLook(hash) ? hash.Get() : 0;
+    hash.Add(QzPlatform::CTableDataSet::Instance().GetEpoch());
+    return AddBackLook(hash) ? hash.Get() : 0;
 }
 
 BOOL CQzDialog::Show()
@@ -867,7 +871,10 @@ void CQzDialog::DrawCtrl(CQzBaseWindow* pCtrl)
     if (!pCtrl->IsWindowVisible())
         return;
     QzPlatform::IRenderDevice& device = QzPlatform::GetRenderDevice();
-    const uint64_t look = CQzCtrl::LookDigestOf(*pCtrl);
+    // Debug mode outlines the control under the mouse: nothing is repeated then.
+    const uint64_t look =
+        IsDebugDraw() ? 0
+                      : CQzCtrl::LookOf(*pCtrl, QzPlatform::CTableDataSet::Instance().GetEpoch());
     if (!device.RepeatItem(pCtrl, look))
     {
         device.BeginItem(pCtrl, look);

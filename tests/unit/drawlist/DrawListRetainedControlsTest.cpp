@@ -130,6 +130,22 @@ TEST_F(RetainedControls, EachActionShowsAsOnADeviceThatKeepsNothing)
     m_pStatic->SetTextColor(0xFFFF0000);
     m_pCheck->MoveWindow(nullptr, 20, 70, 100, 30, TRUE);
     ExpectFrame("disabled, red, moved");
+    m_pButton->EnableWindow(TRUE);
+    m_pCheck->SetCheck(FALSE);
+    m_pStatic->SetTextFormat(1);
+    m_pSlider->SetAlpha(96);
+    ExpectFrame("host's setters");
+    m_pButton->SetPicOffset(4, 3);
+    m_pCheck->SetFontSize(8, 16);
+    m_pSlider->SetAniOffset({1, 2, 3, 4});
+    const POINT textOffset{5, 1};
+    m_pStatic->SetTextOffset(&textOffset);
+    ExpectFrame("offsets");
+    m_pStatic->SetTimer(5, 1000);
+    ExpectFrame("timer");
+    m_pStatic->KillTimer(5);
+    m_pStatic->SetWindowText("Score 12");
+    ExpectFrame("timer killed, caption");
 
     // The skin's frames change on disk; a reload of the data set shows them.
     m_root.Write("ani/Control.ani", "[Look]\nFrameAmount=5\nFrame0=img/f4.png\nFrame1=img/f3.png\n"

@@ -433,13 +433,15 @@ void CQzBaseWindow::SetBackBitmap(const char* pszFile)
 // ---------------------------------------------------------------------------------------------
 // Geometry
 
+// Edges beyond the int range (a parent flown to its end, hostile sizes) stop at it.
 void CQzBaseWindow::MoveWindow(RECT* pOutLocal, int x, int y, int nWidth, int nHeight, BOOL)
 {
-    m_rcLocal = {x, y, x + nWidth, y + nHeight};
+    m_rcLocal = {x, y, QzPlatform::ClampToInt(int64_t(x) + nWidth),
+                 QzPlatform::ClampToInt(int64_t(y) + nHeight)};
     if (m_pParent)
     {
-        x += m_pParent->m_rcWindow.left;
-        y += m_pParent->m_rcWindow.top;
+        x = QzPlatform::ClampToInt(int64_t(x) + m_pParent->m_rcWindow.left);
+        y = QzPlatform::ClampToInt(int64_t(y) + m_pParent->m_rcWindow.top);
     }
     PlaceAbsolute(x, y, nWidth, nHeight);
     if (pOutLocal)
@@ -451,7 +453,8 @@ void CQzBaseWindow::PlaceAbsolute(int x, int y, int nWidth, int nHeight)
 {
     const bool bSized = nWidth != GetWidth() || nHeight != GetHeight();
     const bool bMoved = x != m_rcWindow.left || y != m_rcWindow.top;
-    m_rcWindow = {x, y, x + nWidth, y + nHeight};
+    m_rcWindow = {x, y, QzPlatform::ClampToInt(int64_t(x) + nWidth),
+                  QzPlatform::ClampToInt(int64_t(y) + nHeight)};
     ForgetLook();
     if (bSized)
         SendMessage(WM_SIZE, static_cast<WPARAM>(nWidth), static_cast<LPARAM>(nHeight));

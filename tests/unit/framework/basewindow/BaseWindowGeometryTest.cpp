@@ -2,6 +2,8 @@
 // the rectangle forms, centring, and conversions between the host window and a window.
 #include "BaseWindowScene.h"
 
+#include <climits>
+
 namespace BaseWindowTest
 {
 
@@ -40,6 +42,22 @@ TEST_F(BaseWindowGeometry, ChildIsPlacedFromItsParentsTopLeftAtTheTimeOfItsMove)
     child.SetPos(10, 20);
     EXPECT_EQ((RECT{10, 20, 40, 60}), child.GetWindowRect());
     EXPECT_EQ(300u | (7u << 16), child.GetFullId());
+}
+
+// A dialog flown with a hostile step ends at the edge of the int range; its children and far
+// edges stop there too (found by fuzzing layouts on live windows: FlyInStep -2147436847).
+TEST_F(BaseWindowGeometry, EdgesBeyondTheIntRangeStopAtIt)
+{
+    TestWindow parent(QZ_WND_DIALOG, 300);
+    TestWindow child(QZ_WND_BUTTON, 7);
+    child.SetParent(&parent);
+    parent.SetPos(INT_MIN, INT_MAX);
+    EXPECT_EQ((RECT{INT_MIN, INT_MAX, INT_MIN, INT_MAX}), parent.GetWindowRect());
+    parent.MoveWindow(nullptr, INT_MIN, INT_MAX - 5, 400, 300, TRUE);
+    EXPECT_EQ((RECT{INT_MIN, INT_MAX - 5, INT_MIN + 400, INT_MAX}), parent.GetWindowRect());
+    child.MoveWindow(nullptr, -360, 20, 30, INT_MAX, TRUE);
+    EXPECT_EQ((RECT{INT_MIN, INT_MAX, INT_MIN + 30, INT_MAX}), child.GetWindowRect());
+    EXPECT_EQ((RECT{-360, 20, -330, INT_MAX}), child.GetLocalRect());
 }
 
 TEST_F(BaseWindowGeometry, InvertedRectanglesAreReportedAndStillMoved)

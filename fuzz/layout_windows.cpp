@@ -6,6 +6,8 @@
 // the inputs share reloads the layout for each.
 #include "FuzzSupport.h"
 
+#include "platform/services/QzNumeric.h"
+
 namespace
 {
 
@@ -28,6 +30,13 @@ void Mouse(QzGui::CQzGuiMgr* pMgr, UINT message, const RECT& rc, WPARAM keys)
                     MAKELPARAM(static_cast<WORD>(x & 0xFFFF), static_cast<WORD>(y & 0xFFFF)));
 }
 
+// The rectangle moved down and right, stopping at the int range (windows may lie at its ends).
+RECT Shifted(const RECT& rc, int d)
+{
+    return {QzPlatform::AddClamped(rc.left, d), QzPlatform::AddClamped(rc.top, d),
+            QzPlatform::AddClamped(rc.right, d), QzPlatform::AddClamped(rc.bottom, d)};
+}
+
 // Dialogs 1 to 3 (dialog 1 with the child dialog 4), each with windows 1 to 3.
 void Play(QzFuzz::CFuzzScreen& screen)
 {
@@ -42,16 +51,14 @@ void Play(QzFuzz::CFuzzScreen& screen)
         Mouse(pMgr, WM_MOUSEMOVE, rc, 0);
         screen.Frames(1, 100);
         Mouse(pMgr, WM_LBUTTONDOWN, rc, MK_LBUTTON);
-        Mouse(pMgr, WM_MOUSEMOVE, {rc.left + 5, rc.top + 5, rc.right + 5, rc.bottom + 5},
-              MK_LBUTTON);
+        Mouse(pMgr, WM_MOUSEMOVE, Shifted(rc, 5), MK_LBUTTON);
         Mouse(pMgr, WM_LBUTTONUP, rc, 0);
     }
     for (const auto& pDialog : screen.Dialogs())
     {
         const RECT rc = pDialog->GetWindowRect();
         Mouse(pMgr, WM_LBUTTONDOWN, rc, MK_LBUTTON);
-        Mouse(pMgr, WM_MOUSEMOVE, {rc.left + 9, rc.top + 9, rc.right + 9, rc.bottom + 9},
-              MK_LBUTTON);
+        Mouse(pMgr, WM_MOUSEMOVE, Shifted(rc, 9), MK_LBUTTON);
         Mouse(pMgr, WM_LBUTTONUP, rc, 0);
         pDialog->ShowWindow(SW_HIDE);
         screen.Frames(1, 100);

@@ -78,18 +78,19 @@ bool InRect(const RECT& rc, int x, int y)
     return x >= rc.left && x < rc.right && y >= rc.top && y < rc.bottom;
 }
 
-void OffsetPoint(POINT& pt, int dx, int dy)
+// Moves stop at the int range: windows may lie at its ends.
+void OffsetPoint(POINT& pt, int64_t dx, int64_t dy)
 {
-    pt.x += dx;
-    pt.y += dy;
+    pt.x = QzPlatform::AddClamped(pt.x, dx);
+    pt.y = QzPlatform::AddClamped(pt.y, dy);
 }
 
-void OffsetRect(RECT& rc, int dx, int dy)
+void OffsetRect(RECT& rc, int64_t dx, int64_t dy)
 {
-    rc.left += dx;
-    rc.top += dy;
-    rc.right += dx;
-    rc.bottom += dy;
+    rc.left = QzPlatform::AddClamped(rc.left, dx);
+    rc.top = QzPlatform::AddClamped(rc.top, dy);
+    rc.right = QzPlatform::AddClamped(rc.right, dx);
+    rc.bottom = QzPlatform::AddClamped(rc.bottom, dy);
 }
 
 void CheckFlagPosition(size_t nPos)
@@ -516,12 +517,12 @@ void CQzBaseWindow::CenterWindow(int nMode, bool bUseAniSize)
     RECT rcArea = {0, 0, pMgr->GetScreenWidth(), pMgr->GetScreenHeight()};
     if (m_pParent)
         rcArea = m_pParent->m_rcWindow;
-    const int nAreaWidth = rcArea.right - rcArea.left;
-    const int nAreaHeight = rcArea.bottom - rcArea.top;
+    const int nAreaWidth = QzPlatform::SubClamped(rcArea.right, rcArea.left);
+    const int nAreaHeight = QzPlatform::SubClamped(rcArea.bottom, rcArea.top);
     if (nMode == 0 || nMode == 2)
-        SetPos(nAreaWidth / 2 - nWidth / 2, m_rcWindow.top - rcArea.top);
+        SetPos(nAreaWidth / 2 - nWidth / 2, QzPlatform::SubClamped(m_rcWindow.top, rcArea.top));
     if (nMode == 1 || nMode == 2)
-        SetPos(m_rcWindow.left - rcArea.left, nAreaHeight / 2 - nHeight / 2);
+        SetPos(QzPlatform::SubClamped(m_rcWindow.left, rcArea.left), nAreaHeight / 2 - nHeight / 2);
 }
 
 // ---------------------------------------------------------------------------------------------
@@ -533,9 +534,9 @@ void CQzBaseWindow::ScreenToClient(POINT* pPoint)
     if (!pMgr || !pPoint)
         return;
     const POINT ptOrigin = pMgr->GetClientOrigin();
-    OffsetPoint(*pPoint, -ptOrigin.x, -ptOrigin.y);
+    OffsetPoint(*pPoint, -int64_t(ptOrigin.x), -int64_t(ptOrigin.y));
     QzPlatform::GetScreenAdapter().ConvertPoint(*pPoint, QzPlatform::CQzScreenAdapter::kToLogical);
-    OffsetPoint(*pPoint, -m_rcWindow.left, -m_rcWindow.top);
+    OffsetPoint(*pPoint, -int64_t(m_rcWindow.left), -int64_t(m_rcWindow.top));
 }
 
 void CQzBaseWindow::ScreenToClient(RECT* pRect)
@@ -544,9 +545,9 @@ void CQzBaseWindow::ScreenToClient(RECT* pRect)
     if (!pMgr || !pRect)
         return;
     const POINT ptOrigin = pMgr->GetClientOrigin();
-    OffsetRect(*pRect, -ptOrigin.x, -ptOrigin.y);
+    OffsetRect(*pRect, -int64_t(ptOrigin.x), -int64_t(ptOrigin.y));
     QzPlatform::GetScreenAdapter().ConvertRect(*pRect, QzPlatform::CQzScreenAdapter::kToLogical);
-    OffsetRect(*pRect, -m_rcWindow.left, -m_rcWindow.top);
+    OffsetRect(*pRect, -int64_t(m_rcWindow.left), -int64_t(m_rcWindow.top));
 }
 
 void CQzBaseWindow::ClientToScreen(POINT* pPoint)
@@ -674,8 +675,8 @@ BOOL CQzBaseWindow::HitMask(int x, int y)
 {
     if (!InRect(m_rcWindow, x, y))
         return FALSE;
-    const int nLocalX = x - (m_rcWindow.left + m_ptPicOffset.x);
-    const int nLocalY = y - (m_rcWindow.top + m_ptPicOffset.y);
+    const int64_t nLocalX = int64_t(x) - m_rcWindow.left - m_ptPicOffset.x;
+    const int64_t nLocalY = int64_t(y) - m_rcWindow.top - m_ptPicOffset.y;
     if (nLocalX < 0 || nLocalY < 0)
         return FALSE;
     char szName[1024];
@@ -1026,7 +1027,8 @@ bool CQzBaseWindow::DrawBackImage(const CQzBackDrawer& drawer, IDataAni* pAni, P
 {
     if (m_nBackType == QZ_BACK_GROUP)
     {
-        ptDrawn = {m_rcWindow.left + m_ptPicOffset.x, m_rcWindow.top + m_ptPicOffset.y};
+        ptDrawn = {QzPlatform::AddClamped(m_rcWindow.left, m_ptPicOffset.x),
+                   QzPlatform::AddClamped(m_rcWindow.top, m_ptPicOffset.y)};
         DrawAniGroup(m_strAniName.c_str(), ptDrawn.x, ptDrawn.y);
         return true;
     }

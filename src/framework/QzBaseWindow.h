@@ -7,6 +7,7 @@
 
 #include "framework/QzMsg.h"
 #include "platform/render/DataSet.h"
+#include "platform/services/QzNumeric.h"
 #include "platform/system/QzSystem.h"
 
 #include <cstdint>
@@ -133,8 +134,8 @@ public:
     POINT GetPosSum() const { return GetPos(); }
     int GetX() const { return m_rcWindow.left; }
     int GetY() const { return m_rcWindow.top; }
-    int GetWidth() const { return m_rcWindow.right - m_rcWindow.left; }
-    int GetHeight() const { return m_rcWindow.bottom - m_rcWindow.top; }
+    int GetWidth() const { return QzPlatform::SubClamped(m_rcWindow.right, m_rcWindow.left); }
+    int GetHeight() const { return QzPlatform::SubClamped(m_rcWindow.bottom, m_rcWindow.top); }
 
     // Coordinates between the screen and this window.
     void ScreenToClient(POINT* pPoint);

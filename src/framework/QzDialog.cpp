@@ -8,6 +8,7 @@
 #include "platform/render/IRenderDevice.h"
 #include "platform/render/TableDataSet.h"
 #include "platform/services/QzAssert.h"
+#include "platform/services/QzNumeric.h"
 #include "platform/services/QzText.h"
 
 #include <algorithm>
@@ -598,9 +599,11 @@ void CQzDialog::OnDrag(UINT nFlags, int x, int y)
     const int dx = x - m_ptDragAnchor.x;
     const int dy = y - m_ptDragAnchor.y;
     // The rectangle relative to the parent moves by the same amount as the absolute one.
-    m_rcLocal = {m_rcLocal.left + dx, m_rcLocal.top + dy, m_rcLocal.right + dx,
-                 m_rcLocal.bottom + dy};
-    PlaceAbsolute(m_rcWindow.left + dx, m_rcWindow.top + dy, GetWidth(), GetHeight());
+    m_rcLocal = {
+        QzPlatform::AddClamped(m_rcLocal.left, dx), QzPlatform::AddClamped(m_rcLocal.top, dy),
+        QzPlatform::AddClamped(m_rcLocal.right, dx), QzPlatform::AddClamped(m_rcLocal.bottom, dy)};
+    PlaceAbsolute(QzPlatform::AddClamped(m_rcWindow.left, dx),
+                  QzPlatform::AddClamped(m_rcWindow.top, dy), GetWidth(), GetHeight());
     m_ptDragAnchor = {x, y};
 }
 
@@ -612,14 +615,17 @@ void CQzDialog::OnMove(WPARAM x, LPARAM y)
     {
         CQzDialog* pDialog = child.second;
         const RECT& rc = pDialog->GetLocalRect();
-        pDialog->PlaceAbsolute(rc.left + nX, rc.top + nY, pDialog->GetWidth(),
+        pDialog->PlaceAbsolute(QzPlatform::AddClamped(rc.left, nX),
+                               QzPlatform::AddClamped(rc.top, nY), pDialog->GetWidth(),
                                pDialog->GetHeight());
     }
     for (QzCtrlEntry& entry : m_lstCtrl)
     {
         CQzBaseWindow* pCtrl = entry.pCtrl;
         const RECT& rc = pCtrl->GetLocalRect();
-        pCtrl->PlaceAbsolute(rc.left + nX, rc.top + nY, pCtrl->GetWidth(), pCtrl->GetHeight());
+        pCtrl->PlaceAbsolute(QzPlatform::AddClamped(rc.left, nX),
+                             QzPlatform::AddClamped(rc.top, nY), pCtrl->GetWidth(),
+                             pCtrl->GetHeight());
     }
 }
 
@@ -674,13 +680,13 @@ POINT CQzDialog::OffScreenPoint(POINT from) const
     switch (m_nFlyDir)
     {
     case kFlyLeft:
-        return {-GetWidth(), from.y};
+        return {QzPlatform::ClampToInt(-int64_t(GetWidth())), from.y};
     case kFlyRight:
-        return {ScreenWidth() + GetWidth(), from.y};
+        return {QzPlatform::AddClamped(ScreenWidth(), GetWidth()), from.y};
     case kFlyBottom:
-        return {from.x, ScreenHeight() + GetHeight()};
+        return {from.x, QzPlatform::AddClamped(ScreenHeight(), GetHeight())};
     case kFlyTop:
-        return {from.x, -GetHeight()};
+        return {from.x, QzPlatform::ClampToInt(-int64_t(GetHeight()))};
     default:
         return from;
     }

@@ -14,4 +14,14 @@ inline int ClampToInt(int64_t nValue)
     return static_cast<int>(std::clamp<int64_t>(nValue, INT_MIN, INT_MAX));
 }
 
+// a + b (or a - b) brought back into the int range.
+inline int AddClamped(int64_t a, int64_t b)
+{
+    return ClampToInt(a + b);
+}
+inline int SubClamped(int64_t a, int64_t b)
+{
+    return ClampToInt(a - b);
+}
+
 } // namespace QzPlatform

@@ -1,6 +1,8 @@
 // Fly-in from a screen edge when shown, fly-out before hiding, and the sounds of both.
 #include "DialogScene.h"
 
+#include <climits>
+
 namespace DialogTest
 {
 
@@ -62,6 +64,30 @@ TEST_F(DialogFly, FliesInFromTheLeftAndOutAgainBeforeHiding)
     Frame();
     EXPECT_FALSE(m_dialog.IsWindowVisible());
     EXPECT_EQ((std::vector<std::string>{"open.wav", "close.wav"}), g_sounds);
+}
+
+// A hostile step flies the dialog away to the end of the int range, with its controls, and it
+// can still be hidden (found by fuzzing layouts on live windows: nothing overflows on the way).
+TEST_F(DialogFly, AHostileStepStopsAtTheEndOfTheIntRange)
+{
+    AddRecord(0, 501, {100, 50, 300, 150}, {{"FlyInStep", "-2147436847"}})->SetFlyDir(1);
+    AddRecord(501, 1, {10, 10, 30, 30});
+    SpyDialog dialog{501, nullptr};
+    SpyCtrl ctrl{QZ_WND_IMAGE};
+    dialog.AddCtrl(1, &ctrl);
+    m_pMgr->AddDialog(&dialog, nullptr, false);
+    dialog.ShowWindow(SW_SHOW);
+    Frame();
+    Frame();
+    EXPECT_EQ(INT_MIN, dialog.GetX());
+    EXPECT_EQ((RECT{INT_MIN + 10, 60, INT_MIN + 30, 80}), ctrl.GetWindowRect());
+    EXPECT_TRUE(dialog.IsFlying());
+    POINT pt{5, 5};
+    dialog.ScreenToClient(&pt);
+    EXPECT_EQ(INT_MAX, pt.x);
+    dialog.ShowWindow(SW_HIDE);
+    Frame();
+    m_pMgr->RemoveDialog(&dialog);
 }
 
 } // namespace DialogTest

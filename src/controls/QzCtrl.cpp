@@ -459,7 +459,11 @@ constexpr uint64_t kNoLook = ~uint64_t(0);
 
 bool ChecksKeptLooks()
 {
-    static const bool bCheck = std::getenv("QZGUI_CHECK_LOOKS") != nullptr;
+    static const bool bCheck = []
+    {
+        const char* pszCheck = std::getenv("QZGUI_CHECK_LOOKS");
+        return pszCheck && *pszCheck && std::strcmp(pszCheck, "0") != 0;
+    }();
     return bCheck;
 }
 

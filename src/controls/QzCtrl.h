@@ -111,8 +111,8 @@ public:
     // The look digest of a stock control (LookDigestOf) under the data set's epoch, for the
     // drawing walk; 0 when it has none. The control keeps its digest until something the digest
     // covers changes (ForgetLook), so that a control that stays the same is not read again.
-    // With QZGUI_CHECK_LOOKS set in the environment, a kept digest is checked against the
-    // control's fields every time, and one that no longer matches them stops the program.
+    // With QZGUI_CHECK_LOOKS set in the environment (not to 0), a kept digest is checked against
+    // the control's fields every time, and one that no longer matches them stops the program.
     static uint64_t LookOf(CQzBaseWindow& window, uint32_t nEpoch);
     // Asks for the memory that LookOf and Show read (a stock control's first nine cache lines;
     // on screens of tens of thousands of controls, asking only for the lines of a kept digest

@@ -13,6 +13,7 @@
 #include "platform/render/MyBitmap.h"
 #include "platform/services/QzClock.h"
 #include "platform/services/QzGameData.h"
+#include "platform/services/QzNumeric.h"
 #include "platform/services/QzString.h"
 #include "platform/services/QzText.h"
 #include "platform/services/QzTextDraw.h"
@@ -269,8 +270,9 @@ void CQzCtrl::ShowTip()
     std::vector<std::string> lines;
     for (const QzTipLine& line : m_lstTip)
         lines.push_back(line.strText);
-    m_pQzGuiMgr->AddTip(m_rcWindow.left + m_ptTipOffset.x, m_rcWindow.top + m_ptTipOffset.y,
-                        m_nTipWidth, m_strTipAni.c_str(), lines, m_nTipAlign);
+    m_pQzGuiMgr->AddTip(QzPlatform::AddClamped(m_rcWindow.left, m_ptTipOffset.x),
+                        QzPlatform::AddClamped(m_rcWindow.top, m_ptTipOffset.y), m_nTipWidth,
+                        m_strTipAni.c_str(), lines, m_nTipAlign);
 }
 
 // ---------------------------------------------------------------------------------------------
@@ -369,7 +371,8 @@ void CQzCtrl::ShowText()
 int CQzCtrl::GetTextLeft()
 {
     const int nTextWidth = GetTextLength() * m_sizeFont.iWidth;
-    return GetWidth() / 2 - nTextWidth / 2 + m_rcWindow.left + m_ptTextOffset.x;
+    return QzPlatform::ClampToInt(int64_t(GetWidth() / 2) - nTextWidth / 2 + m_rcWindow.left +
+                                  m_ptTextOffset.x);
 }
 
 // The width is the byte count times the cell width: captions are laid out on the cell, not
@@ -380,8 +383,8 @@ void CQzCtrl::ShowSingleLineText()
     const int nTextWidth = GetTextLength() * m_sizeFont.iWidth;
     int x = AlignedX(m_wTextFormat, nWidth, nTextWidth);
     int y = m_wTextFormat == kAlignCentre ? GetHeight() / 2 - m_sizeFont.iHeight / 2 : 0;
-    x += m_rcWindow.left + m_ptTextOffset.x;
-    y += m_rcWindow.top + m_ptTextOffset.y;
+    x = QzPlatform::ClampToInt(int64_t(x) + m_rcWindow.left + m_ptTextOffset.x);
+    y = QzPlatform::ClampToInt(int64_t(y) + m_rcWindow.top + m_ptTextOffset.y);
     DrawCaption(x, y, m_strText.c_str(), nullptr);
 }
 
@@ -415,8 +418,8 @@ void CQzCtrl::ShowMultiLineText()
     int y = 0;
     if (m_wTextFormat == kAlignCentre)
         y = GetHeight() / 2 - (m_sizeFont.iHeight + m_wLineSpace) * nLines / 2;
-    x += m_rcWindow.left + m_ptTextOffset.x;
-    y += m_rcWindow.top + m_ptTextOffset.y;
+    x = QzPlatform::ClampToInt(int64_t(x) + m_rcWindow.left + m_ptTextOffset.x);
+    y = QzPlatform::ClampToInt(int64_t(y) + m_rcWindow.top + m_ptTextOffset.y);
     m_wTextLines = static_cast<WORD>(nLines);
 
     const int nStep = m_wLineSpace + DefaultCellHeight();
@@ -424,8 +427,10 @@ void CQzCtrl::ShowMultiLineText()
     {
         int nLineX = x;
         if (m_wTextFormat == kAlignCentre)
-            nLineX = nWidth / 2 - widths[i] / 2 + m_rcWindow.left + m_ptTextOffset.x;
-        DrawCaption(nLineX, y + i * nStep, lines[i].c_str(), nullptr);
+            nLineX = QzPlatform::ClampToInt(int64_t(nWidth / 2) - widths[i] / 2 + m_rcWindow.left +
+                                            m_ptTextOffset.x);
+        DrawCaption(nLineX, QzPlatform::ClampToInt(y + int64_t(i) * nStep), lines[i].c_str(),
+                    nullptr);
     }
 }
 

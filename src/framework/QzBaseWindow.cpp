@@ -1054,8 +1054,8 @@ void CQzBaseWindow::DrawAniGroup(const char* pszGroup, int x, int y)
     if (!pGroup)
         return;
     for (const QzAniGroupPiece& piece : pGroup->pieces)
-        CQzBackDrawer::DrawFirstFrame(piece.section.c_str(), x + piece.left, y + piece.top,
-                                      m_byAlpha);
+        CQzBackDrawer::DrawFirstFrame(piece.section.c_str(), QzPlatform::AddClamped(x, piece.left),
+                                      QzPlatform::AddClamped(y, piece.top), m_byAlpha);
 }
 
 } // namespace QzGui

@@ -6,6 +6,7 @@
 #include "platform/render/DataSet.h"
 #include "platform/render/MyBitmap.h"
 #include "platform/services/QzGameData.h"
+#include "platform/services/QzNumeric.h"
 #include "platform/services/QzText.h"
 #include "platform/services/QzWidgetKit.h"
 #include "textinput/QzEditSingle.h"
@@ -636,7 +637,8 @@ POINT CQzEdit::TextOrigin() const
     default:
         break;
     }
-    return {x + m_rcWindow.left, m_nTextTop + kTextTopOffset + m_rcWindow.top};
+    return {QzPlatform::AddClamped(x, m_rcWindow.left),
+            QzPlatform::ClampToInt(int64_t(m_nTextTop) + kTextTopOffset + m_rcWindow.top)};
 }
 
 // The system window scrolls by itself; its pixel positions become character counts at

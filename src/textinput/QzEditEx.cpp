@@ -8,6 +8,7 @@
 #include "platform/render/MyBitmap.h"
 #include "platform/services/QzEmotionText.h"
 #include "platform/services/QzGameData.h"
+#include "platform/services/QzNumeric.h"
 #include "platform/services/QzText.h"
 #include "textinput/QzEditExText.h"
 #include "textinput/QzEmotionCode.h"
@@ -730,7 +731,8 @@ void CQzEditEx::PlaceCompositionWindow()
     const POINT pt = GetCaretPos(m_nCaret + 1);
     COMPOSITIONFORM form = {
         CFS_FORCE_POSITION,
-        {m_rcWindow.left + pt.x + kCompositionOffset, m_rcWindow.top + pt.y + kCompositionOffset},
+        {QzPlatform::ClampToInt(int64_t(m_rcWindow.left) + pt.x + kCompositionOffset),
+         QzPlatform::ClampToInt(int64_t(m_rcWindow.top) + pt.y + kCompositionOffset)},
         {0, 0, 0, 0}};
     ::ImmSetCompositionWindow(hImc, &form);
     ::ImmReleaseContext(m_hMyShellWnd, hImc);
@@ -777,8 +779,8 @@ void CQzEditEx::OnMouseDown(LPARAM lParam)
 // rule, so that a click without a drag selects nothing.
 int CQzEditEx::IndexForMouse(LPARAM lParam)
 {
-    const POINT pt = {GET_X_LPARAM(lParam) - m_rcWindow.left,
-                      GET_Y_LPARAM(lParam) - m_rcWindow.top};
+    const POINT pt = {QzPlatform::SubClamped(GET_X_LPARAM(lParam), m_rcWindow.left),
+                      QzPlatform::SubClamped(GET_Y_LPARAM(lParam), m_rcWindow.top)};
     if (pt.y < 1 || GetTextLength() == 0)
         return -1;
     if (pt.x > CMyBitmap::GetFontWidth(nullptr, kClickFontSize, nullptr))
@@ -853,8 +855,8 @@ void CQzEditEx::ShowText()
     if (m_strText.empty())
         return;
     DrawSelection();
-    const int x = m_rcWindow.left + m_ptMargin.x;
-    const int y = m_rcWindow.top + m_ptMargin.y + kTextDrop;
+    const int x = QzPlatform::AddClamped(m_rcWindow.left, m_ptMargin.x);
+    const int y = QzPlatform::ClampToInt(int64_t(m_rcWindow.top) + m_ptMargin.y + kTextDrop);
     if (m_nInputMode == QZ_EDITEX_PASSWORD)
         DrawRun(x, y, std::string(m_strText.size(), '*'));
     else if (m_bMultiLineEdit)
@@ -866,9 +868,10 @@ void CQzEditEx::ShowText()
 void CQzEditEx::DrawCaret()
 {
     const POINT pt = GetCaretPos(m_nCaret + 1);
-    const int x = m_rcWindow.left + pt.x;
-    const int y = m_rcWindow.top + pt.y;
-    CMyBitmap::ShowBlock(x, y, x + kCaretWidth, y + LineHeight(), kCaretColor);
+    const int x = QzPlatform::AddClamped(m_rcWindow.left, pt.x);
+    const int y = QzPlatform::AddClamped(m_rcWindow.top, pt.y);
+    CMyBitmap::ShowBlock(x, y, QzPlatform::AddClamped(x, kCaretWidth),
+                         QzPlatform::AddClamped(y, LineHeight()), kCaretColor);
 }
 
 // One block per line over the selected columns of the visible part.
@@ -901,9 +904,11 @@ void CQzEditEx::DrawSelBlock(int nTop, int nFromCol, int nToCol)
     if (nToCol <= nFromCol)
         return;
     const int w = Cell().iWidth;
-    const int x = m_rcWindow.left + m_ptMargin.x;
-    const int y = m_rcWindow.top + m_ptMargin.y + nTop;
-    CMyBitmap::ShowBlock(x + w * nFromCol, y, x + w * nToCol, y + LineHeight(), m_dwSelColor);
+    const int64_t x = int64_t(m_rcWindow.left) + m_ptMargin.x;
+    const int y = QzPlatform::ClampToInt(int64_t(m_rcWindow.top) + m_ptMargin.y + nTop);
+    CMyBitmap::ShowBlock(QzPlatform::ClampToInt(x + int64_t(w) * nFromCol), y,
+                         QzPlatform::ClampToInt(x + int64_t(w) * nToCol),
+                         QzPlatform::AddClamped(y, LineHeight()), m_dwSelColor);
 }
 
 void CQzEditEx::DrawRun(int x, int y, const std::string& strRun)

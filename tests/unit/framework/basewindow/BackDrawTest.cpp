@@ -5,6 +5,8 @@
 #include "framework/QzBackDrawer.h"
 #include "framework/QzGuiHelper.h"
 
+#include <climits>
+
 namespace BaseWindowTest
 {
 
@@ -121,8 +123,15 @@ TEST_F(BackDraw, GroupDrawsTheFirstFrameOfEachPieceAtItsOffset)
 
     window.DrawAniGroup(nullptr, 0, 0);
     window.DrawAniGroup("Unknown", 0, 0);
+    // A window at the end of the int range (a dialog flown there) puts its pieces at the end
+    // (found by fuzzing layouts on live windows).
+    window.DrawAniGroup("Grp", INT_MAX - 4, INT_MIN + 2);
     EXPECT_EQ("texture img/a.png src(0,0,10,10) at 14,26 size 10x10 alpha 255 scale 1\n"
-              "texture img/f20.png src(0,0,20,20) at 20,28 size 20x20 alpha 255 scale 1\n",
+              "texture img/f20.png src(0,0,20,20) at 20,28 size 20x20 alpha 255 scale 1\n"
+              "texture img/a.png src(0,0,10,10) at 2147483646,-2147483641 size 10x10 alpha 255 "
+              "scale 1\n"
+              "texture img/f20.png src(0,0,20,20) at 2147483647,-2147483639 size 20x20 alpha 255 "
+              "scale 1\n",
               Drawn());
 }
 

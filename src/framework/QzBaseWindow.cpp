@@ -467,8 +467,8 @@ void CQzBaseWindow::MoveWindow(const RECT& rect, BOOL bRepaint)
 {
     if (rect.left > rect.right)
         QzPlatform::ReportAssert("rect.left <= rect.right", kSource, kLineRectRef);
-    MoveWindow(nullptr, rect.left, rect.top, rect.right - rect.left, rect.bottom - rect.top,
-               bRepaint);
+    MoveWindow(nullptr, rect.left, rect.top, QzPlatform::SubClamped(rect.right, rect.left),
+               QzPlatform::SubClamped(rect.bottom, rect.top), bRepaint);
 }
 
 const RECT& CQzBaseWindow::MoveWindow(const RECT* pRect, BOOL bRepaint)
@@ -477,8 +477,8 @@ const RECT& CQzBaseWindow::MoveWindow(const RECT* pRect, BOOL bRepaint)
         return m_rcWindow;
     if (pRect->left > pRect->right)
         QzPlatform::ReportAssert("lpRect->left <= lpRect->right", kSource, kLineRectPtr);
-    MoveWindow(nullptr, pRect->left, pRect->top, pRect->right - pRect->left,
-               pRect->bottom - pRect->top, bRepaint);
+    MoveWindow(nullptr, pRect->left, pRect->top, QzPlatform::SubClamped(pRect->right, pRect->left),
+               QzPlatform::SubClamped(pRect->bottom, pRect->top), bRepaint);
     return m_rcWindow;
 }
 

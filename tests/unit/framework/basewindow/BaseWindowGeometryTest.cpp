@@ -58,6 +58,8 @@ TEST_F(BaseWindowGeometry, EdgesBeyondTheIntRangeStopAtIt)
     child.MoveWindow(nullptr, -360, 20, 30, INT_MAX, TRUE);
     EXPECT_EQ((RECT{INT_MIN, INT_MAX, INT_MIN + 30, INT_MAX}), child.GetWindowRect());
     EXPECT_EQ((RECT{-360, 20, -330, INT_MAX}), child.GetLocalRect());
+    parent.MoveWindow(RECT{INT_MIN, INT_MIN, INT_MAX, INT_MAX}, TRUE);
+    EXPECT_EQ((RECT{INT_MIN, INT_MIN, -1, -1}), parent.GetWindowRect());
 }
 
 TEST_F(BaseWindowGeometry, InvertedRectanglesAreReportedAndStillMoved)

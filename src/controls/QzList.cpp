@@ -125,11 +125,6 @@ void DrawSection(const std::string& strSection, int x, int y)
         handle.Draw(0, x, y);
 }
 
-int Moved(int nBase, int64_t nDelta)
-{
-    return QzPlatform::ClampToInt(static_cast<int64_t>(nBase) + nDelta);
-}
-
 } // namespace
 
 CQzList::CQzList()
@@ -452,7 +447,7 @@ BOOL CQzList::GetItemRect(int nIndex, RECT* pRect) const
         return 0;
     const int64_t nTop = static_cast<int64_t>(m_rcWindow.top) + 2LL * m_ptItemMargin.y +
                          (static_cast<int64_t>(nIndex) - m_nTopIndex) * m_nItemHeight;
-    pRect->left = Moved(m_rcWindow.left, 2LL * m_ptItemMargin.x);
+    pRect->left = QzPlatform::AddClamped(m_rcWindow.left, 2LL * m_ptItemMargin.x);
     pRect->right = m_rcWindow.right;
     pRect->top = QzPlatform::ClampToInt(nTop);
     pRect->bottom = QzPlatform::ClampToInt(nTop + m_nItemHeight);
@@ -759,9 +754,10 @@ BOOL CQzList::Show()
     DrawBack();
     if (m_bDrawBacking)
     {
-        CMyBitmap::ShowBlock(
-            Moved(m_rcWindow.left, m_ptItemMargin.x), Moved(m_rcWindow.top, m_ptItemMargin.y),
-            Moved(m_rcWindow.left, m_nWidth), Moved(m_rcWindow.top, m_nHeight), kBackingColor);
+        CMyBitmap::ShowBlock(QzPlatform::AddClamped(m_rcWindow.left, m_ptItemMargin.x),
+                             QzPlatform::AddClamped(m_rcWindow.top, m_ptItemMargin.y),
+                             QzPlatform::AddClamped(m_rcWindow.left, m_nWidth),
+                             QzPlatform::AddClamped(m_rcWindow.top, m_nHeight), kBackingColor);
     }
     if (m_nCount != 0)
     {
@@ -777,7 +773,7 @@ BOOL CQzList::Show()
 
 void CQzList::DrawItems()
 {
-    const int x = Moved(m_rcWindow.left, m_ptItemTextOffset.x);
+    const int x = QzPlatform::AddClamped(m_rcWindow.left, m_ptItemTextOffset.x);
     const DWORD dwNow = QzPlatform::NowMs();
     const int64_t nEnd =
         std::min<int64_t>(static_cast<int64_t>(m_nFirstDrawn) + m_nRowsDrawn, GetCount());
@@ -786,7 +782,7 @@ void CQzList::DrawItems()
     {
         const QzListItem& item = m_vecItem[i];
         GetItemRect(static_cast<int>(i), &m_rcItem);
-        const int nTextY = Moved(m_rcItem.top, m_ptItemTextOffset.y);
+        const int nTextY = QzPlatform::AddClamped(m_rcItem.top, m_ptItemTextOffset.y);
         if (i == m_nMarkIndex)
             DrawMarks(nTextY);
         if (m_nListStyle == QZ_LIST_STYLE_TOGGLE)
@@ -818,8 +814,8 @@ void CQzList::DrawMarks(int y)
     if (!m_strMarkBackAni.empty())
         DrawSection(m_strMarkBackAni, x, y);
     if (!m_strMarkFrontAni.empty())
-        DrawSection(m_strMarkFrontAni, Moved(x, m_ptMarkFrontOffset.x),
-                    Moved(y, m_ptMarkFrontOffset.y));
+        DrawSection(m_strMarkFrontAni, QzPlatform::AddClamped(x, m_ptMarkFrontOffset.x),
+                    QzPlatform::AddClamped(y, m_ptMarkFrontOffset.y));
 }
 
 void CQzList::DrawColumns(int x, int y, DWORD dwColor, const char* pszText)
@@ -841,7 +837,7 @@ void CQzList::DrawColumns(int x, int y, DWORD dwColor, const char* pszText)
         return;
     const int64_t nStep = static_cast<int64_t>(kColumnFontSizes) * CMyBitmap::GetFontSize();
     for (int c = 0; c < m_nColumns; ++c)
-        DrawRowText(Moved(x, c * nStep), y, dwColor, fields[c]);
+        DrawRowText(QzPlatform::AddClamped(x, c * nStep), y, dwColor, fields[c]);
 }
 
 void CQzList::DrawRowText(int x, int y, DWORD dwColor, const char* pszText)
@@ -868,9 +864,10 @@ void CQzList::DrawHoverBar()
     GetItemRect(static_cast<int>(nIndex), &rc);
     if (m_bHasIcon)
     {
-        const int x = Moved(rc.left, m_ptIconOffset.x);
-        const int y = Moved(rc.top, m_ptIconOffset.y);
-        m_rcIcon = {x, y, Moved(x, kIconSize), Moved(y, kIconSize)};
+        const int x = QzPlatform::AddClamped(rc.left, m_ptIconOffset.x);
+        const int y = QzPlatform::AddClamped(rc.top, m_ptIconOffset.y);
+        m_rcIcon = {x, y, QzPlatform::AddClamped(x, kIconSize),
+                    QzPlatform::AddClamped(y, kIconSize)};
     }
     QzPlatform::CAniHandle bar;
     if (!QzPlatform::GetAniStore()->LoadAni(bar, QzPlatform::kControlAniFile, m_szHoverAni))
@@ -893,8 +890,9 @@ void CQzList::DrawHoverBar()
         bar.Draw(0, rc.left, rc.top);
     }
     const QzListItem& item = m_vecItem[nIndex];
-    DrawColumns(Moved(m_rcWindow.left, m_ptItemTextOffset.x), Moved(rc.top, m_ptItemTextOffset.y),
-                ItemColorOf(item), item.strText.c_str());
+    DrawColumns(QzPlatform::AddClamped(m_rcWindow.left, m_ptItemTextOffset.x),
+                QzPlatform::AddClamped(rc.top, m_ptItemTextOffset.y), ItemColorOf(item),
+                item.strText.c_str());
 }
 
 // The tip of the row under the mouse in the nine-part frame "Pack_OrdinaryItemTipsBG", sized on
@@ -922,8 +920,8 @@ void CQzList::DrawItemTip()
 
     RECT rc;
     GetItemRect(nIndex, &rc);
-    const int x0 = Moved(m_rcWindow.left, kTipLeft);
-    const int y0 = m_bTipBelow ? Moved(rc.top, kTipBelowOffset) : rc.top;
+    const int x0 = QzPlatform::AddClamped(m_rcWindow.left, kTipLeft);
+    const int y0 = m_bTipBelow ? QzPlatform::AddClamped(rc.top, kTipBelowOffset) : rc.top;
     C3_SIZE corner = {0, 0};
     pAni->GetAniSize(corner, 0);
     const int64_t cw = std::max(0, corner.iWidth - kTipCornerMargin);
@@ -935,10 +933,10 @@ void CQzList::DrawItemTip()
     const int64_t h = std::max(
         static_cast<int64_t>(nLines) * (cell.iHeight + kTipLineGap) + kTipPadHeight, 2 * cw + 2);
 
-    const int xMid = Moved(x0, cw);
-    const int xRight = Moved(x0, w - cw);
-    const int yMid = Moved(y0, ch);
-    const int yBottom = Moved(y0, h - ch);
+    const int xMid = QzPlatform::AddClamped(x0, cw);
+    const int xRight = QzPlatform::AddClamped(x0, w - cw);
+    const int yMid = QzPlatform::AddClamped(y0, ch);
+    const int yBottom = QzPlatform::AddClamped(y0, h - ch);
     const int64_t wMid = w - 2 * cw;
     const int64_t hMid = h - 2 * ch;
     DrawTipFrame(pAni, 0, x0, y0, cw, ch);
@@ -955,9 +953,10 @@ void CQzList::DrawItemTip()
     {
         const int64_t nDy = kTipTextTop + static_cast<int64_t>(k) * cell.iHeight +
                             (k > 0 ? kTipLineGap * (k - 1) : 0);
-        QzPlatform::DrawGameText(Moved(x0, kTipTextLeft), Moved(y0, nDy), kTipTextColor,
-                                 lines[k].c_str(), m_strFont.c_str(), cell.iHeight, kTextShadow,
-                                 kTextStyle, kShadowColor, nullptr);
+        QzPlatform::DrawGameText(QzPlatform::AddClamped(x0, kTipTextLeft),
+                                 QzPlatform::AddClamped(y0, nDy), kTipTextColor, lines[k].c_str(),
+                                 m_strFont.c_str(), cell.iHeight, kTextShadow, kTextStyle,
+                                 kShadowColor, nullptr);
     }
 }
 

@@ -45,12 +45,6 @@ int Pixels(double fValue)
     return static_cast<int>(std::max(-kMaxPixels, std::min(kMaxPixels, fValue)));
 }
 
-// A window coordinate moved by a distance, kept inside the int range.
-int Moved(int nBase, int64_t nDelta)
-{
-    return QzPlatform::ClampToInt(static_cast<int64_t>(nBase) + nDelta);
-}
-
 // Frame 0's part rcSource stretched to the size at (x, y); nothing without the section or for
 // an empty or inverted part or size.
 void DrawFill(IDataAni* pAni, int x, int y, const RECT& rcSource, int nWidth, int nHeight,
@@ -201,8 +195,8 @@ void CQzProgress::DrawLayer(int nFrame, POINT ptOffset, BYTE byDrawMode)
     IDataAni* pLayer = AniOf(GetAniName());
     if (!pLayer)
         return;
-    pLayer->ShowAni(nFrame, Moved(m_rcWindow.left, ptOffset.x), Moved(m_rcWindow.top, ptOffset.y),
-                    byDrawMode);
+    pLayer->ShowAni(nFrame, QzPlatform::AddClamped(m_rcWindow.left, ptOffset.x),
+                    QzPlatform::AddClamped(m_rcWindow.top, ptOffset.y), byDrawMode);
 }
 
 // From the bottom up: the part of frame 0 below the value's height. With a lower value b than
@@ -221,13 +215,13 @@ void CQzProgress::DrawVertical(IDataAni* pAni, int a, int b, BYTE byDrawMode)
         if (a == 0)
             return;
         const int nFillTop = Pixels(fHeight - a * m_fStep);
-        DrawFill(pAni, x, Moved(m_rcWindow.top, nFillTop), {0, nFillTop, nWidth, nHeight}, nWidth,
-                 nHeight - nFillTop, byDrawMode);
+        DrawFill(pAni, x, QzPlatform::AddClamped(m_rcWindow.top, nFillTop),
+                 {0, nFillTop, nWidth, nHeight}, nWidth, nHeight - nFillTop, byDrawMode);
         return;
     }
     int nFillTop = Pixels(fHeight - a * m_fStep);
-    DrawFill(pAni, x, Moved(m_rcWindow.top, nFillTop), {0, nFillTop, nWidth, nHeight}, nWidth,
-             Pixels(a * m_fStep), QZ_DRAWMODE_TRAIL);
+    DrawFill(pAni, x, QzPlatform::AddClamped(m_rcWindow.top, nFillTop),
+             {0, nFillTop, nWidth, nHeight}, nWidth, Pixels(a * m_fStep), QZ_DRAWMODE_TRAIL);
 
     // The value rounded up by the minimum step, in units, cut to a range whose pixels cannot
     // overflow before it becomes an integer.
@@ -235,8 +229,8 @@ void CQzProgress::DrawVertical(IDataAni* pAni, int a, int b, BYTE byDrawMode)
     const double fMaxUnits = INT_MAX / 2;
     const int i = static_cast<int>(std::max(-fMaxUnits, std::min(fMaxUnits, fUnits)));
     nFillTop = Pixels(fHeight - i * m_fStep);
-    DrawFill(pAni, x, Moved(m_rcWindow.top, nFillTop), {0, nFillTop, nWidth, nHeight}, nWidth,
-             Pixels(i * m_fStep + 0.5), byDrawMode);
+    DrawFill(pAni, x, QzPlatform::AddClamped(m_rcWindow.top, nFillTop),
+             {0, nFillTop, nWidth, nHeight}, nWidth, Pixels(i * m_fStep + 0.5), byDrawMode);
 }
 
 // From the left, placed by the record's offsets (0 without a record); a negative value shows
@@ -249,8 +243,8 @@ void CQzProgress::DrawHorizontal(IDataAni* pAni, int a, BYTE byDrawMode)
     if (a < 0)
     {
         const int nLength = Pixels(-static_cast<double>(a) * m_fStep);
-        CMyBitmap::ShowBlock(nLeft, nTop, Moved(nLeft, nLength), Moved(nTop, nHeight),
-                             kNegativeColour);
+        CMyBitmap::ShowBlock(nLeft, nTop, QzPlatform::AddClamped(nLeft, nLength),
+                             QzPlatform::AddClamped(nTop, nHeight), kNegativeColour);
         return;
     }
     if (a == 0)
@@ -258,8 +252,8 @@ void CQzProgress::DrawHorizontal(IDataAni* pAni, int a, BYTE byDrawMode)
     const int nFill = std::max(1, Pixels(a * m_fStep));
     const int64_t nOffsetX = m_pWndInfo ? m_pWndInfo->GetOffsetX() : 0;
     const int64_t nOffsetY = m_pWndInfo ? m_pWndInfo->GetOffsetY() : 0;
-    DrawFill(pAni, Moved(nLeft, nOffsetX), Moved(nTop, nOffsetY), {0, 0, nFill, nHeight}, nFill,
-             nHeight, byDrawMode);
+    DrawFill(pAni, QzPlatform::AddClamped(nLeft, nOffsetX), QzPlatform::AddClamped(nTop, nOffsetY),
+             {0, 0, nFill, nHeight}, nFill, nHeight, byDrawMode);
 }
 
 // From the left in whole frames of the segment width, after the partial segment at its end.
@@ -274,10 +268,11 @@ void CQzProgress::DrawSegments(IDataAni* pAni, int a, BYTE byDrawMode)
     const int nWhole = nFill / kSegmentWidth;
     const int nRest = nFill % kSegmentWidth;
     if (nRest > 0)
-        DrawFill(pAni, Moved(nLeft, kSegmentWidth * nWhole), nTop, {0, 0, nRest, nHeight}, nRest,
-                 nHeight, byDrawMode);
+        DrawFill(pAni, QzPlatform::AddClamped(nLeft, kSegmentWidth * nWhole), nTop,
+                 {0, 0, nRest, nHeight}, nRest, nHeight, byDrawMode);
     for (int k = 0; k < nWhole; ++k)
-        pAni->ShowAni(kFillFrame, Moved(nLeft, kSegmentWidth * k), nTop, byDrawMode);
+        pAni->ShowAni(kFillFrame, QzPlatform::AddClamped(nLeft, kSegmentWidth * k), nTop,
+                      byDrawMode);
 }
 
 } // namespace QzGui

@@ -5,6 +5,7 @@
 #include "layout/IQzGuiWndInfo.h"
 #include "platform/render/MyBitmap.h"
 #include "platform/services/QzAniStore.h"
+#include "platform/services/QzNumeric.h"
 #include "platform/services/QzText.h"
 
 #include <algorithm>
@@ -22,13 +23,6 @@ constexpr const char* kSource = "QzSlider";
 // 2^31: the first float past the int range.
 constexpr float kIntLimit = 2147483648.0f;
 
-// Positions are summed in 64 bits, so that hostile rectangles and thumb lengths cannot
-// overflow, and cut back to int where they are kept or drawn.
-int ToInt(int64_t nValue)
-{
-    return static_cast<int>(std::clamp<int64_t>(nValue, INT_MIN, INT_MAX));
-}
-
 int TruncToInt(float fValue)
 {
     if (fValue >= kIntLimit)
@@ -45,7 +39,7 @@ int64_t Length(LONG nStart, LONG nEnd)
 
 int TrackLength(int64_t nWindowLength, int nThumbLength)
 {
-    return ToInt(std::max<int64_t>(0, nWindowLength - nThumbLength));
+    return QzPlatform::ClampToInt(std::max<int64_t>(0, nWindowLength - nThumbLength));
 }
 
 } // namespace
@@ -143,7 +137,7 @@ int CQzSlider::GetValue() const
 
 void CQzSlider::PlaceThumb(int64_t nPos)
 {
-    m_nThumbPos = ToInt(std::clamp<int64_t>(nPos, 0, GetTrackLength()));
+    m_nThumbPos = QzPlatform::ClampToInt(std::clamp<int64_t>(nPos, 0, GetTrackLength()));
     ForgetLook();
 }
 
@@ -270,7 +264,7 @@ void CQzSlider::DrawThumb()
         y = m_rcWindow.top + std::max<int64_t>(0, nHeight / 2 - nFrameHeight / 2);
     else
         x = m_rcWindow.left + std::max<int64_t>(0, nWidth / 2 - nFrameWidth / 2);
-    handle.Draw(nFrame, ToInt(x), ToInt(y));
+    handle.Draw(nFrame, QzPlatform::ClampToInt(x), QzPlatform::ClampToInt(y));
 }
 
 } // namespace QzGui

@@ -13,18 +13,29 @@ namespace
 {
 
 constexpr DWORD kSectionNamesSize = 32767;
+constexpr DWORD kSmallNamesSize = 1024;
 constexpr DWORD kValueSize = 1024;
 
 } // namespace
 
 BOOL CQzAniGroupReader::Read(const char* pszPath, std::map<std::string, QzAniGroup>& groups)
 {
-    std::vector<char> names(kSectionNamesSize, 0);
-    const DWORD length = GetPrivateProfileSectionNamesA(names.data(), kSectionNamesSize, pszPath);
+    // Most files name a few groups: their names are read into a small buffer first, and into
+    // the full one only when they fill it (a full list reads as size - 2).
+    char szNames[kSmallNamesSize];
+    std::vector<char> full;
+    const char* pszNames = szNames;
+    DWORD length = GetPrivateProfileSectionNamesA(szNames, kSmallNamesSize, pszPath);
+    if (length == kSmallNamesSize - 2)
+    {
+        full.resize(kSectionNamesSize);
+        length = GetPrivateProfileSectionNamesA(full.data(), kSectionNamesSize, pszPath);
+        pszNames = full.data();
+    }
     if (length == 0)
         return FALSE;
-    const char* pszEnd = names.data() + length;
-    for (const char* pszName = names.data(); pszName < pszEnd && *pszName;
+    const char* pszEnd = pszNames + length;
+    for (const char* pszName = pszNames; pszName < pszEnd && *pszName;
          pszName += std::strlen(pszName) + 1)
         groups[pszName] = ReadGroup(pszPath, pszName);
     return TRUE;

@@ -58,6 +58,24 @@ TEST_F(LayoutTablesTest, AniGroupsKeepAmountPiecesEvenWhenKeysAreMissing)
     EXPECT_EQ("Amount=2000000000", Log().Find("data error")->Get("line"));
 }
 
+TEST_F(LayoutTablesTest, EveryGroupOfAFileOfManyGroupsIsRead)
+{
+    // 400 names of 12 bytes: 4,800 bytes of names, more than the first read takes.
+    std::string groups;
+    for (int i = 0; i < 400; ++i)
+        groups += "[Group_" + std::to_string(1000 + i) + "]\nAmount=1\nSection_1=S" +
+                  std::to_string(i) + "\n";
+    WriteIni("AniGroup.ini", groups);
+    ASSERT_TRUE(Load(kTwoRecords));
+
+    for (int i : {0, 84, 85, 399})
+    {
+        const std::string name = "Group_" + std::to_string(1000 + i);
+        ASSERT_EQ(1, mgr.GetAniGroupCount(name.c_str())) << name;
+        EXPECT_EQ("S" + std::to_string(i), mgr.GetAniGroupPiece(name.c_str(), 0)->section);
+    }
+}
+
 TEST_F(LayoutTablesTest, MissingOptionalFilesAreNoError)
 {
     ASSERT_TRUE(Load(kTwoRecords));

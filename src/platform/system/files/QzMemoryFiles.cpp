@@ -55,7 +55,7 @@ void CQzMemoryFiles::TurnOn(bool bOn)
     m_bOn = bOn;
     m_mapFiles.clear();
     m_setFolders.clear();
-    m_bLastFoundValid = false;
+    ForgetNames();
     m_root = bOn ? RealCurrentDirectory() : std::string();
 }
 
@@ -103,8 +103,10 @@ const CQzMemoryFiles::File* CQzMemoryFiles::Find(const std::string& path) const
 
 void CQzMemoryFiles::Write(const std::string& path, std::string bytes)
 {
-    m_bLastFoundValid = false;
-    File& file = m_mapFiles[Key(path)];
+    const auto added = m_mapFiles.try_emplace(Key(path));
+    if (added.second)
+        ForgetNames();
+    File& file = added.first->second;
     file.bytes = std::make_shared<const std::string>(std::move(bytes));
     file.version = ++m_nVersion;
 }
@@ -119,12 +121,13 @@ bool CQzMemoryFiles::CanCreate(const std::string& path) const
 
 bool CQzMemoryFiles::Remove(const std::string& path)
 {
-    m_bLastFoundValid = false;
+    ForgetNames();
     return m_mapFiles.erase(Key(path)) > 0;
 }
 
 void CQzMemoryFiles::MakeFolder(const std::string& path)
 {
+    ForgetNames();
     std::string key = Key(path);
     while (!key.empty() && key != "/")
     {
@@ -182,6 +185,26 @@ std::vector<std::string> CQzMemoryFiles::List(const std::string& folder) const
     for (const std::string& made : m_setFolders)
         add(made);
     return names;
+}
+
+const std::string* CQzMemoryFiles::FindResolved(const std::string& path) const
+{
+    const auto found = m_mapResolved.find(path);
+    return found == m_mapResolved.end() ? nullptr : &found->second;
+}
+
+void CQzMemoryFiles::RememberResolved(const std::string& path, const std::string& resolved) const
+{
+    constexpr size_t kMaxRemembered = 1024; // names made up by a hostile program stay bounded
+    if (m_mapResolved.size() >= kMaxRemembered)
+        m_mapResolved.clear();
+    m_mapResolved.emplace(path, resolved);
+}
+
+void CQzMemoryFiles::ForgetNames()
+{
+    m_bLastFoundValid = false;
+    m_mapResolved.clear();
 }
 
 } // namespace QzPlatform

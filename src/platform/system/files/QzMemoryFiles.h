@@ -43,10 +43,16 @@ public:
     std::string FullName(const std::string& path) const;
     // The names of the files and folders directly in a folder ("" or "." is the root).
     std::vector<std::string> List(const std::string& folder) const;
+    // A name as resolution without regard to case gave it (ResolvePath), remembered while no
+    // file or folder comes or goes (writing a file's bytes keeps it); null when not remembered.
+    const std::string* FindResolved(const std::string& path) const;
+    void RememberResolved(const std::string& path, const std::string& resolved) const;
 
 private:
     std::string Key(const std::string& path) const;
     bool IsAboveRoot(const std::string& key) const;
+    // Files or folders came or went: remembered answers about names no longer hold.
+    void ForgetNames();
 
     bool m_bOn = false;
     std::string m_root; // with a trailing slash
@@ -58,6 +64,8 @@ private:
     mutable std::string m_strLastFound;
     mutable const File* m_pLastFound = nullptr;
     mutable bool m_bLastFoundValid = false;
+    // Every profile call resolves its file's name, a folder listing a part for a missing file.
+    mutable std::unordered_map<std::string, std::string> m_mapResolved;
 };
 
 } // namespace QzPlatform

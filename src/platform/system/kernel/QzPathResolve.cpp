@@ -93,9 +93,8 @@ std::vector<std::string> SplitComponents(const std::string& path)
     return parts;
 }
 
-} // namespace
-
-std::string ResolvePath(const std::string& path)
+// The name's parts, each matched without regard to case where the exact part does not exist.
+std::string Resolve(const std::string& path)
 {
     std::string slashed = path;
     std::replace(slashed.begin(), slashed.end(), '\\', '/');
@@ -123,6 +122,20 @@ std::string ResolvePath(const std::string& path)
     if (slashed.back() == '/' && !result.empty() && result.back() != '/')
         result += '/';
     return result;
+}
+
+} // namespace
+
+std::string ResolvePath(const std::string& path)
+{
+    const CQzMemoryFiles& memory = CQzMemoryFiles::Instance();
+    if (!memory.IsOn())
+        return Resolve(path);
+    if (const std::string* pResolved = memory.FindResolved(path))
+        return *pResolved;
+    std::string resolved = Resolve(path);
+    memory.RememberResolved(path, resolved);
+    return resolved;
 }
 
 } // namespace QzPlatform

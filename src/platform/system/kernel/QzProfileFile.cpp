@@ -69,9 +69,14 @@ void CQzProfileFile::Parse()
 {
     m_vecSections.clear();
     m_mapSectionIndex.clear();
-    size_t pos = m_strText.compare(0, 3, "\xEF\xBB\xBF") == 0 ? 3 : 0;
+    const size_t pos = m_strText.compare(0, 3, "\xEF\xBB\xBF") == 0 ? 3 : 0;
     m_vecSections.emplace_back();
     m_vecSections.back().headerNext = pos;
+    ParseFrom(pos);
+}
+
+void CQzProfileFile::ParseFrom(size_t pos)
+{
     const size_t size = m_strText.size();
     while (pos < size)
     {
@@ -125,8 +130,29 @@ void CQzProfileFile::ParseLine(size_t begin, size_t end, size_t next)
     entry.lineEnd = end;
     entry.nextLine = next;
     Section& section = m_vecSections.back();
-    section.keyIndex.emplace(Fold(entry.name), section.entries.size());
+    if (section.keyIndexed)
+        section.keyIndex.emplace(Fold(entry.name), section.entries.size());
     section.entries.push_back(std::move(entry));
+}
+
+const std::unordered_map<std::string, size_t>&
+CQzProfileFile::KeyIndexOf(const Section& section) const
+{
+    if (!section.keyIndexed)
+    {
+        for (size_t i = 0; i < section.entries.size(); ++i)
+            section.keyIndex.emplace(Fold(section.entries[i].name), i);
+        section.keyIndexed = true;
+    }
+    return section.keyIndex;
+}
+
+// The first section of each name, once the sections moved in the vector.
+void CQzProfileFile::IndexSections()
+{
+    m_mapSectionIndex.clear();
+    for (size_t i = 1; i < m_vecSections.size(); ++i)
+        m_mapSectionIndex.emplace(Fold(m_vecSections[i].name), i);
 }
 
 const CQzProfileFile::Section* CQzProfileFile::FindSection(const std::string& name) const
@@ -141,8 +167,9 @@ const CQzProfileFile::Entry* CQzProfileFile::FindEntry(const std::string& sectio
     const Section* found = FindSection(section);
     if (!found)
         return nullptr;
-    const auto entry = found->keyIndex.find(Fold(Trim(key)));
-    return entry == found->keyIndex.end() ? nullptr : &found->entries[entry->second];
+    const auto& index = KeyIndexOf(*found);
+    const auto entry = index.find(Fold(Trim(key)));
+    return entry == index.end() ? nullptr : &found->entries[entry->second];
 }
 
 std::string CQzProfileFile::LineEnding() const
@@ -231,8 +258,50 @@ void CQzProfileFile::AddKey(Section& section, const std::string& key, const std:
     entry.lineBegin = position;
     entry.lineEnd = position + key.size() + 1 + value.size();
     entry.nextLine = position + line.size();
-    section.keyIndex.emplace(Fold(key), section.entries.size());
+    if (section.keyIndexed)
+        section.keyIndex.emplace(Fold(key), section.entries.size());
     section.entries.push_back(std::move(entry));
+}
+
+// Lines added at the end are indexed on their own: the lines before them read as they did, but
+// for a last line without a line break, which gets one and is read again.
+void CQzProfileFile::AppendLines(const std::string& lines)
+{
+    const std::string eol = LineEnding();
+    size_t pos = m_strText.size();
+    if (!m_strText.empty() && !IsLineBreak(m_strText.back()))
+    {
+        pos = LastLineStart();
+        ForgetLineAt(pos);
+        m_strText += eol;
+    }
+    m_strText += lines + eol;
+    ParseFrom(pos);
+}
+
+size_t CQzProfileFile::LastLineStart() const
+{
+    const size_t lastBreak = m_strText.find_last_of("\r\n");
+    if (lastBreak != std::string::npos)
+        return lastBreak + 1;
+    return m_strText.compare(0, 3, "\xEF\xBB\xBF") == 0 ? 3 : 0;
+}
+
+// The header or key the line at `pos`, the text's last, made.
+void CQzProfileFile::ForgetLineAt(size_t pos)
+{
+    if (m_vecSections.size() > 1 && m_vecSections.back().headerBegin == pos)
+    {
+        m_vecSections.pop_back();
+        IndexSections();
+        return;
+    }
+    Section& section = m_vecSections.back();
+    if (section.entries.empty() || section.entries.back().lineBegin != pos)
+        return;
+    section.entries.pop_back();
+    section.keyIndex.clear();
+    section.keyIndexed = false;
 }
 
 bool CQzProfileFile::SetValue(const std::string& section, const std::string& key,
@@ -242,8 +311,7 @@ bool CQzProfileFile::SetValue(const std::string& section, const std::string& key
     const Section* found = FindSection(section);
     if (!found)
     {
-        InsertLine(m_strText.size(),
-                   "[" + Trim(section) + "]" + LineEnding() + Trim(key) + "=" + newValue);
+        AppendLines("[" + Trim(section) + "]" + LineEnding() + Trim(key) + "=" + newValue);
         return true;
     }
     const Entry* entry = FindEntry(section, key);
@@ -286,7 +354,14 @@ bool CQzProfileFile::DeleteSection(const std::string& section)
     const Section* found = FindSection(section);
     if (!found)
         return false;
-    Splice(found->headerBegin, found->end, std::string());
+    // The section's lines run from its header's line to the next header's line (or the end):
+    // without them every other line reads as before, at its offset less theirs.
+    const size_t begin = found->headerBegin;
+    const size_t removed = found->end - begin;
+    m_strText.erase(begin, removed);
+    m_vecSections.erase(m_vecSections.begin() + (found - m_vecSections.data()));
+    Shift(begin, removed, 0);
+    IndexSections();
     return true;
 }
 

@@ -41,7 +41,10 @@ public:
         size_t headerNext = 0; // start of the line after the header
         size_t end = 0;        // start of the next section's header, or the end of the text
         std::vector<Entry> entries;
-        std::unordered_map<std::string, size_t> keyIndex; // folded name -> first entry
+        // Folded name -> first entry, made when a key of the section is first looked up (most
+        // sections of a file read once are never searched by key).
+        mutable std::unordered_map<std::string, size_t> keyIndex;
+        mutable bool keyIndexed = false;
     };
 
     // codePage: the ANSI code page, which tells lead bytes apart when names are compared.
@@ -62,7 +65,14 @@ public:
 
 private:
     void Parse();
+    // Indexes the lines from `pos` (a line's start) to the end of the text, after those indexed.
+    void ParseFrom(size_t pos);
     void ParseLine(size_t begin, size_t end, size_t next);
+    const std::unordered_map<std::string, size_t>& KeyIndexOf(const Section& section) const;
+    void IndexSections();
+    void AppendLines(const std::string& lines);
+    size_t LastLineStart() const;
+    void ForgetLineAt(size_t pos);
     void Splice(size_t begin, size_t end, const std::string& replacement);
     void InsertLine(size_t position, const std::string& line);
     static bool IsPlainKeyLine(const std::string& key, const std::string& value);

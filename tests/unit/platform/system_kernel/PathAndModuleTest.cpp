@@ -34,6 +34,20 @@ TEST_P(PathAndModuleTest, ResolvePathMatchesEachComponentWithoutCase)
     EXPECT_EQ("", ResolvePath(""));
 }
 
+TEST_P(PathAndModuleTest, ResolvePathFollowsFilesThatComeAndGo)
+{
+    m_dir.MakeFolder("ini");
+    EXPECT_EQ("ini/Late.ini", ResolvePath("INI/Late.ini"));
+    m_dir.Write("ini/late.INI", "1");
+    EXPECT_EQ("ini/late.INI", ResolvePath("INI/Late.ini"));
+    m_dir.Write("ini/late.INI", "2");
+    EXPECT_EQ("ini/late.INI", ResolvePath("INI/Late.ini"));
+    m_dir.Remove("ini/late.INI");
+    EXPECT_EQ("ini/Late.ini", ResolvePath("INI/Late.ini"));
+    m_dir.MakeFolder("ini/Sub");
+    EXPECT_EQ("ini/Sub/a.ini", ResolvePath("ini/SUB/a.ini"));
+}
+
 TEST_P(PathAndModuleTest, ResolvePathPrefersTheExactNameAndIsStable)
 {
     m_dir.MakeFolder("d");

@@ -54,7 +54,7 @@ TEST(ProfileFile, EditedIndexIsTheIndexOfTheEditedText)
             text += random() % 8 ? eol : "\n";
         }
         if (random() % 2)
-            text += "tail=1";
+            text += Pick(random, {"tail=1", "[A]", ";t"}); // a last line without a line break
         CQzProfileFile file(text, 936);
         for (int edit = 0; edit < 12; ++edit)
         {

@@ -13,6 +13,7 @@
 #include "platform/services/QzLog.h"
 #include "platform/system/QzSystem.h"
 #include "platform/system/host/QzHost.h"
+#include "platform/system/kernel/QzProfileCache.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -31,6 +32,7 @@ class CQuietSinks : public QzPlatform::ILogSink, public QzPlatform::IDiagnosticS
 {
 public:
     void Write(const QzPlatform::LogRecord&) override {}
+    bool Discards() const override { return true; }
     void OnAssert(const char*, const char*, int) override {}
     void OnLogMsg(const std::string&) override {}
 };
@@ -94,6 +96,15 @@ inline void Setup()
     QzPlatform::SetTimeTextForTesting("2000-01-01 00:00:00");
     QzPlatform::Host::UseMemoryFiles(true);
     DataRoot() = std::filesystem::current_path();
+}
+
+// Forgets the profile files read so far. An input that ends with more allocations than it
+// freed is run a second time by libFuzzer, to look for a leak: a target whose input leaves its
+// profile files in the cache (each input's file read in place of the last) calls this at the
+// end, so that what an input allocates it also frees.
+inline void ForgetProfiles()
+{
+    QzPlatform::CQzProfileCache::Instance().Reset();
 }
 
 // Replaces the memory file with the bytes.

@@ -243,7 +243,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
             Mouse(pMgr, step[1], value);
             break;
         case 2:
-            screen.Frames(1 + step[1] % 4, static_cast<DWORD>(value) & 0x3FF);
+            screen.Frames(1 + step[1] % 2, static_cast<DWORD>(value) & 0x3FF);
             break;
         case 3:
             ListCall(controls.list, step[1], value, step[1] & 0x80 ? nullptr : text.c_str());

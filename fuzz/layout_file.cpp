@@ -73,5 +73,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
         break;
     }
     LookUp(mgr);
+    QzFuzz::ForgetProfiles();
     return 0;
 }

@@ -206,6 +206,9 @@ LogField LogInt(const char* key, int64_t value)
 void LogEvent(const char* message, const char* source, int line,
               std::initializer_list<LogField> eventFields)
 {
+    ILogSink& sink = CurrentSink();
+    if (sink.Discards())
+        return;
     LogRecord record;
     record.message = message ? message : "";
     record.fields.reserve(3 + eventFields.size());
@@ -213,7 +216,7 @@ void LogEvent(const char* message, const char* source, int line,
     record.fields.push_back(LogText("svr_time", CurrentTimeText().c_str()));
     record.fields.push_back(LogLocation(source, line));
     record.fields.insert(record.fields.end(), eventFields.begin(), eventFields.end());
-    CurrentSink().Write(record);
+    sink.Write(record);
 }
 
 void SetLogSink(ILogSink* sink)

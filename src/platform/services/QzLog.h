@@ -44,6 +44,8 @@ class ILogSink
 public:
     virtual ~ILogSink() = default;
     virtual void Write(const LogRecord& record) = 0;
+    // True for a sink that drops every record: LogEvent then makes none for it.
+    virtual bool Discards() const { return false; }
 };
 
 // Writes a record: message, the three standard fields (source is a short unit name such as

@@ -119,6 +119,23 @@ TEST_F(LogTest, FileSinkAppendsJsonLines)
     nowhere.Write(RecordWithText("dropped"));
 }
 
+TEST_F(LogTest, ASinkThatDiscardsIsGivenNoRecords)
+{
+    struct CCounting : ILogSink
+    {
+        void Write(const LogRecord&) override { ++nWritten; }
+        bool Discards() const override { return bDiscards; }
+        int nWritten = 0;
+        bool bDiscards = false;
+    } sink;
+    SetLogSink(&sink);
+    LogEvent("kept", "S", 1);
+    sink.bDiscards = true;
+    LogEvent("dropped", "S", 2, {LogInt("v", 3)});
+    SetLogSink(nullptr);
+    EXPECT_EQ(sink.nWritten, 1);
+}
+
 TEST(LogTimeTest, CurrentTimeIsDateAndTimeUnlessFixed)
 {
     EXPECT_TRUE(std::regex_match(

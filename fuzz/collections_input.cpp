@@ -127,7 +127,8 @@ void ListCall(CQzList& list, uint8_t which, int32_t value, const char* pszText)
         list.SetItemHeight(value & 0x3F);
         break;
     case 10:
-        for (int i = 0; i < (value & 0x3FF); ++i)
+        // Up to 255 rows at once (a few such steps make lists of thousands).
+        for (int i = 0; i < (value & 0xFF); ++i)
             list.AddString(pszText);
         break;
     default:

@@ -184,9 +184,15 @@ void HostCall(Boxes& b, uint8_t which, int32_t value, const std::string& text)
 
 // The edit shell's system windows outlive the input, as the manager the inputs share does:
 // their texts and undo go and their input method is closed, as the first input found them (a
-// composition left unfinished stays with its context; the next composition replaces it).
+// composition left unfinished stays with its context; the next composition replaces it). The
+// clipboard is emptied, so that no input pastes what an earlier one put there.
 void ResetShell()
 {
+    if (OpenClipboard(QzFuzz::Host().hWnd))
+    {
+        EmptyClipboard();
+        CloseClipboard();
+    }
     for (HWND hEdit : {g_pQzEditSingle->GetSingleLineWnd(), g_pQzEditSingle->GetMultiLineWnd()})
     {
         if (HIMC hImc = ImmGetContext(hEdit))
@@ -254,7 +260,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
             HostCall(boxes, step[1], value, text);
             break;
         case 7:
-            screen.Frames(1 + step[1] % 4, static_cast<DWORD>(value) & 0x3FF);
+            screen.Frames(1 + step[1] % 2, static_cast<DWORD>(value) & 0x3FF);
             break;
         default:
             QzFuzz::AddTextStep(pending, step, 256, text);

@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cstring>
 #include <cwchar>
+#include <memory>
 #include <string>
 
 namespace QzPlatform
@@ -28,6 +29,15 @@ template <class C> size_t AnsweredLength(LRESULT answer, const C* buffer, size_t
     size_t length = answer > 0 ? static_cast<size_t>(answer) : 0;
     length = std::min(length, capacity == 0 ? 0 : capacity - 1);
     return std::find(buffer, buffer + length, C(0)) - buffer;
+}
+
+// A buffer for a procedure to fill with text. It is not cleared: callers ask with buffers far
+// larger than most texts, and only what the procedure answered is read (AnsweredLength).
+template <class C> std::unique_ptr<C[]> TextBuffer(size_t units)
+{
+    std::unique_ptr<C[]> buffer(new C[units]);
+    buffer[0] = C(0);
+    return buffer;
 }
 
 std::string AnsiOrNull(LPCWSTR text)
@@ -148,10 +158,10 @@ LRESULT CWindowProcCaller::GetTextWideFromAnsi(WNDPROC proc, HWND hwnd, WPARAM c
     if (capacity == 0 || !buffer)
         return proc(hwnd, WM_GETTEXT, capacity, buffer);
     const size_t units = std::min<size_t>(capacity, kMaxTextBuffer);
-    std::wstring wide(units, L'\0');
-    const LRESULT answer = proc(hwnd, WM_GETTEXT, units, reinterpret_cast<LPARAM>(&wide[0]));
-    wide.resize(AnsweredLength(answer, wide.data(), units));
-    const std::string ansi = WideToAnsi(wide);
+    const std::unique_ptr<wchar_t[]> filled = TextBuffer<wchar_t>(units);
+    const LRESULT answer = proc(hwnd, WM_GETTEXT, units, reinterpret_cast<LPARAM>(filled.get()));
+    const std::string ansi =
+        WideToAnsi(std::wstring(filled.get(), AnsweredLength(answer, filled.get(), units)));
     const size_t length = CCharMessageCodec::WholeCharPrefix(ansi, units - 1);
     char* out = reinterpret_cast<char*>(buffer);
     std::memcpy(out, ansi.data(), length);
@@ -166,10 +176,11 @@ LRESULT CWindowProcCaller::GetTextAnsiFromWide(WNDPROC proc, HWND hwnd, WPARAM c
     if (capacity == 0 || !buffer)
         return proc(hwnd, WM_GETTEXT, capacity, buffer);
     const size_t units = std::min<size_t>(capacity, kMaxTextBuffer);
-    std::string ansi(units * kMaxBytesPerChar, '\0');
-    const LRESULT answer = proc(hwnd, WM_GETTEXT, ansi.size(), reinterpret_cast<LPARAM>(&ansi[0]));
-    ansi.resize(AnsweredLength(answer, ansi.data(), ansi.size()));
-    const std::wstring wide = AnsiToWide(ansi);
+    const size_t bytes = units * kMaxBytesPerChar;
+    const std::unique_ptr<char[]> filled = TextBuffer<char>(bytes);
+    const LRESULT answer = proc(hwnd, WM_GETTEXT, bytes, reinterpret_cast<LPARAM>(filled.get()));
+    const std::wstring wide =
+        AnsiToWide(std::string(filled.get(), AnsweredLength(answer, filled.get(), bytes)));
     const size_t length = std::min(wide.size(), units - 1);
     wchar_t* out = reinterpret_cast<wchar_t*>(buffer);
     std::wmemcpy(out, wide.data(), length);

@@ -6,6 +6,7 @@
 // the inputs share reloads the layout for each.
 #include "FuzzSupport.h"
 
+#include "layout/QzGuiInfoMgr.h"
 #include "platform/services/QzNumeric.h"
 
 namespace
@@ -97,5 +98,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     screen.Mgr()->ReloadLayout();
     Play(screen);
     screen.EndInput(false);
+    // The next input loads its own layout: this one's records go now, so that what an input
+    // allocates it also frees (see ForgetProfiles).
+    screen.Mgr()->GetInfoMgr()->ClearAll();
     return 0;
 }

@@ -59,15 +59,19 @@ void Play(QzFuzz::CFuzzScreen& screen)
         Mouse(pMgr, WM_MOUSEMOVE, Shifted(rc, 5), MK_LBUTTON);
         Mouse(pMgr, WM_LBUTTONUP, rc, 0);
     }
+    // Each dialog is dragged; then all are hidden (fly-outs) and shown again (fly-ins), a frame
+    // after each.
     for (const auto& pDialog : screen.Dialogs())
     {
         const RECT rc = pDialog->GetWindowRect();
         Mouse(pMgr, WM_LBUTTONDOWN, rc, MK_LBUTTON);
         Mouse(pMgr, WM_MOUSEMOVE, Shifted(rc, 9), MK_LBUTTON);
         Mouse(pMgr, WM_LBUTTONUP, rc, 0);
-        pDialog->ShowWindow(SW_HIDE);
-        screen.Frames(1, 100);
-        pDialog->ShowWindow(SW_SHOW);
+    }
+    for (int nShow : {SW_HIDE, SW_SHOW})
+    {
+        for (const auto& pDialog : screen.Dialogs())
+            pDialog->ShowWindow(nShow);
         screen.Frames(1, 100);
     }
     screen.SetDebugMode(1);

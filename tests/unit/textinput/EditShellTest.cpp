@@ -132,6 +132,19 @@ TEST_F(ShellTest, SpacesAndTheUtf8LimitAreFilteredAfterTheBoxSawTheCharacter)
     EXPECT_EQ((std::vector<UINT>{'a', ' ', 'b', 'k', '\b', 'a', 'b', 'a', 'b'}), pEdit->chars);
 }
 
+TEST_F(ShellTest, TheUtf8LimitHoldsForTextsLongerThanTheFirstRead)
+{
+    SpyEdit* pEdit = AddEdit<SpyEdit>(1, {10, 10, 250, 30});
+    pEdit->SetLimitText(100);
+    pEdit->SetFocus();
+    SetWindowTextW(Single(), (std::wstring(48, L'a') + std::wstring(16, L'\x4E2D')).c_str());
+    SendMessageW(Single(), EM_SETSEL, 0xFFFF, 0xFFFF);
+    Type(L"bcd"); // 96 bytes in 64 characters: four more fit
+    EXPECT_EQ(std::wstring(48, L'a') + std::wstring(16, L'\x4E2D') + L"bcd", WindowText(Single()));
+    Type(L"efg");
+    EXPECT_EQ(std::wstring(48, L'a') + std::wstring(16, L'\x4E2D') + L"bcde", WindowText(Single()));
+}
+
 TEST_F(ShellTest, NumberOnlyRefusesPasteAndOnlyCharactersPostedWithLParam0PassUnbound)
 {
     SpyEdit* pPin = AddEdit<SpyEdit>(1, {10, 10, 150, 30});

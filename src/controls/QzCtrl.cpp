@@ -371,8 +371,13 @@ void CQzCtrl::ShowText()
 int CQzCtrl::GetTextLeft()
 {
     const int nTextWidth = GetTextLength() * m_sizeFont.iWidth;
-    return QzPlatform::ClampToInt(int64_t(GetWidth() / 2) - nTextWidth / 2 + m_rcWindow.left +
-                                  m_ptTextOffset.x);
+    return CaptionAt(int64_t(GetWidth() / 2) - nTextWidth / 2, 0).x;
+}
+
+POINT CQzCtrl::CaptionAt(int64_t x, int64_t y) const
+{
+    return {QzPlatform::ClampToInt(x + m_rcWindow.left + m_ptTextOffset.x),
+            QzPlatform::ClampToInt(y + m_rcWindow.top + m_ptTextOffset.y)};
 }
 
 // The width is the byte count times the cell width: captions are laid out on the cell, not
@@ -381,11 +386,9 @@ void CQzCtrl::ShowSingleLineText()
 {
     const int nWidth = GetWidth();
     const int nTextWidth = GetTextLength() * m_sizeFont.iWidth;
-    int x = AlignedX(m_wTextFormat, nWidth, nTextWidth);
-    int y = m_wTextFormat == kAlignCentre ? GetHeight() / 2 - m_sizeFont.iHeight / 2 : 0;
-    x = QzPlatform::ClampToInt(int64_t(x) + m_rcWindow.left + m_ptTextOffset.x);
-    y = QzPlatform::ClampToInt(int64_t(y) + m_rcWindow.top + m_ptTextOffset.y);
-    DrawCaption(x, y, m_strText.c_str(), nullptr);
+    const int y = m_wTextFormat == kAlignCentre ? GetHeight() / 2 - m_sizeFont.iHeight / 2 : 0;
+    const POINT at = CaptionAt(AlignedX(m_wTextFormat, nWidth, nTextWidth), y);
+    DrawCaption(at.x, at.y, m_strText.c_str(), nullptr);
 }
 
 // Wraps at an even number of cells that fit the width; lines are measured in the face the
@@ -414,22 +417,19 @@ void CQzCtrl::ShowMultiLineText()
     }
 
     const int nLines = static_cast<int>(lines.size());
-    int x = AlignedX(m_wTextFormat, nWidth, widths.front());
     int y = 0;
     if (m_wTextFormat == kAlignCentre)
         y = GetHeight() / 2 - (m_sizeFont.iHeight + m_wLineSpace) * nLines / 2;
-    x = QzPlatform::ClampToInt(int64_t(x) + m_rcWindow.left + m_ptTextOffset.x);
-    y = QzPlatform::ClampToInt(int64_t(y) + m_rcWindow.top + m_ptTextOffset.y);
+    const POINT at = CaptionAt(AlignedX(m_wTextFormat, nWidth, widths.front()), y);
     m_wTextLines = static_cast<WORD>(nLines);
 
     const int nStep = m_wLineSpace + DefaultCellHeight();
     for (int i = 0; i < nLines; ++i)
     {
-        int nLineX = x;
-        if (m_wTextFormat == kAlignCentre)
-            nLineX = QzPlatform::ClampToInt(int64_t(nWidth / 2) - widths[i] / 2 + m_rcWindow.left +
-                                            m_ptTextOffset.x);
-        DrawCaption(nLineX, QzPlatform::ClampToInt(y + int64_t(i) * nStep), lines[i].c_str(),
+        const int nLineX = m_wTextFormat == kAlignCentre
+                               ? CaptionAt(int64_t(nWidth / 2) - widths[i] / 2, 0).x
+                               : at.x;
+        DrawCaption(nLineX, QzPlatform::ClampToInt(at.y + int64_t(i) * nStep), lines[i].c_str(),
                     nullptr);
     }
 }

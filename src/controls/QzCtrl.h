@@ -132,6 +132,9 @@ protected:
     bool StartLook(CQzLookHash& hash) const;
     uint64_t KeptLook();
     void CheckKeptLook() const;
+    // A point of the caption's box, relative to the window before the text offset, on the
+    // screen (stopping at the int range).
+    POINT CaptionAt(int64_t x, int64_t y) const;
     // The record's click sound through the manager, when the record names one.
     void PlayClickSound();
     // WM_COMMAND with the code to the parent window; nothing without a parent.

@@ -69,7 +69,7 @@ void CQzProfileFile::Parse()
 {
     m_vecSections.clear();
     m_mapSectionIndex.clear();
-    const size_t pos = m_strText.compare(0, 3, "\xEF\xBB\xBF") == 0 ? 3 : 0;
+    const size_t pos = TextStart();
     m_vecSections.emplace_back();
     m_vecSections.back().headerNext = pos;
     ParseFrom(pos);
@@ -284,6 +284,12 @@ size_t CQzProfileFile::LastLineStart() const
     const size_t lastBreak = m_strText.find_last_of("\r\n");
     if (lastBreak != std::string::npos)
         return lastBreak + 1;
+    return TextStart();
+}
+
+// The first line starts after a UTF-8 byte order mark.
+size_t CQzProfileFile::TextStart() const
+{
     return m_strText.compare(0, 3, "\xEF\xBB\xBF") == 0 ? 3 : 0;
 }
 

@@ -72,6 +72,7 @@ private:
     void IndexSections();
     void AppendLines(const std::string& lines);
     size_t LastLineStart() const;
+    size_t TextStart() const;
     void ForgetLineAt(size_t pos);
     void Splice(size_t begin, size_t end, const std::string& replacement);
     void InsertLine(size_t position, const std::string& line);
